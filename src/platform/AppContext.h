@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/ComponentRegistry.h"
+#include "platform/Configuracion.h"
+#include "platform/Pantallas.h"
+
+#include <QString>
+#include <memory>
+
+namespace korven {
+
+class Dialogos;
+class SettingsStore;
+class StoreDirectory;
+class QueryDesk;
+
+// The process-wide state of one running Korven: services, settings and run flags. The program
+// makes one at start and hands it to whatever needs it; each test makes its own.
+class AppContext {
+public:
+    AppContext(StoreDirectory& stores, Dialogos& dialogos, SettingsStore& settings,
+               QString directorioPrograma);
+    ~AppContext();
+
+    StoreDirectory& stores() { return stores_; }
+    Dialogos& dialogos() { return dialogos_; }
+    SettingsStore& settings() { return settings_; }
+    ComponentRegistry& componentes() { return componentes_; }
+    Pantallas& pantallas() { return pantallas_; }
+    // Opens a screen by name (see Pantallas).
+    QVariant AbrirModal(const QString& nombre, const QVariantMap& args = {}) {
+        return pantallas_.AbrirModal(*this, nombre, args);
+    }
+    Configuracion& config() { return config_; }
+    const Configuracion& config() const { return config_; }
+
+    // The program directory, normalised (ends in the directory separator).
+    const QString& directorioPrograma() const { return directorioPrograma_; }
+    // Normalised program directory + "KORVEN.ini".
+    QString rutaIni() const;
+
+    // The three QueryDesk.Main instances kept for the life of the process.
+    QueryDesk& queryDesk(int n);
+
+    // Run flags.
+    QString ArmadoResultado;          // "SI", "No", "NO" of the last assembly
+    bool LiquidacionPendiente = false; // the liquidation must be rewritten
+    QString FlagDto1439 = "N";
+    QString FlagDto1439A1 = "N";
+    QString FlagD1330A6 = "N";
+    QString FlagD1330A7 = "N";
+    QString FlagD1330A8 = "N";
+    // The date mask kept by the start routine (nothing reads it).
+    QString MascaraFecha = "yyyyMMdd";
+
+    // The Operation open on this workstation, and whether a data form is on screen (its text
+    // boxes then mark the Operation changed).
+    QString InternoActual;
+    bool FormularioDeDatos = false;
+
+private:
+    StoreDirectory& stores_;
+    Dialogos& dialogos_;
+    SettingsStore& settings_;
+    ComponentRegistry componentes_;
+    Pantallas pantallas_;
+    Configuracion config_;
+    QString directorioPrograma_;
+    std::unique_ptr<QueryDesk> queryDesks_[3];
+};
+
+} // namespace korven

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/Conexion.h"
+
+#include <QDate>
+#include <QHash>
+#include <QString>
+#include <memory>
+
+namespace korven {
+
+// Maps each entity of the system (INTERNOS, SYSTABLAS, PERSONAL, NCM, USUARIO, ESTADO,
+// CATALOGOS, INSUMOS) to a connection, as configured by DataAccessConfig.ini:
+//
+//   [DEFAULT]            ; applies to every entity without a section of its own
+//   DRIVER=QSQLITE       ; or QPSQL
+//   FOLDER=db            ; SQLite: folder of the files, relative to the ini's folder
+//   [INTERNOS]
+//   DRIVER=QPSQL
+//   HOST=server  PORT=5432  DATABASE=korven  USER=clerk  PASSWORD=  SERVICE=  SCHEMA=
+//   FILE=...             ; SQLite: the file of this entity
+//
+// With no file every entity is an SQLite file in the db/ folder beside the ini, named after
+// the entity's store (internos.db, systablas.db, ...). Entities that name the same database
+// share one connection, so one transaction covers them.
+class StoreDirectory {
+public:
+    static const QStringList& Entidades();
+    // The store file name of an entity ("internos" for INTERNOS, "estados" for ESTADO, ...).
+    static QString NombreArchivo(const QString& entidad);
+
+    StoreDirectory();
+    ~StoreDirectory();
+    StoreDirectory(const StoreDirectory&) = delete;
+    StoreDirectory& operator=(const StoreDirectory&) = delete;
+
+    void setParametersPath(const QString& ruta) { ruta_ = ruta; }
+    const QString& parametersPath() const { return ruta_; }
+    // Reads DataAccessConfig.ini (or takes the defaults when there is none). Connections are
+    // opened at their first use.
+    void LoadParameters();
+
+    // The connection of the entity; throws KorvenError when it cannot be opened.
+    Conexion& getDataConnectionByEntity(const QString& entidad);
+    // The decimal separator SQL numbers take for this entity's engine (".").
+    QString getDecimalSeparatorbyEntity(const QString& entidad);
+    // The date as a ready SQL literal for this entity ('2026-11-22').
+    QString getDateFormatbyEntity(const QString& entidad, const QDate& fecha);
+    // The engine's rounding expression around "999.999": round(CAST(999.999 AS numeric), d).
+    QString getNumberFormatbyEntity(const QString& entidad, const QString& mascara, int decimales);
+    // A tag naming the engine of INTERNOS: "SQLITE" or "POSTGRESQL".
+    QString getDataConnectionTAG();
+    Motor motor(const QString& entidad);
+    void CloseAllDataConnection();
+
+    // Settings of one entity as read from the ini (upper-case keys), for tools and messages.
+    QHash<QString, QString> Parametros(const QString& entidad) const;
+    // The SQLite file of an entity (empty on PostgreSQL).
+    QString ArchivoSQLite(const QString& entidad) const;
+
+private:
+    struct Destino;
+    QString clave(const QString& entidad) const;
+    std::unique_ptr<Conexion> Abrir(const QString& entidad);
+
+    QString ruta_;
+    QHash<QString, QHash<QString, QString>> parametros_;
+    QHash<QString, std::shared_ptr<Conexion>> porDestino_; // destination key -> connection
+    QHash<QString, std::shared_ptr<Conexion>> porEntidad_;
+    int serie_;
+};
+
+// One user action, one transaction: begins on the connections of the entities named and, at the
+// end of the block, commits; when the block is left by an exception it rolls everything back.
+class Transaccion {
+public:
+    Transaccion(StoreDirectory& stores, const QStringList& entidades);
+    ~Transaccion();
+    Transaccion(const Transaccion&) = delete;
+    Transaccion& operator=(const Transaccion&) = delete;
+
+    void Confirmar();
+    void Deshacer();
+
+private:
+    std::vector<Conexion*> conexiones_;
+    int excepciones_;
+    bool cerrada_ = false;
+};
+
+} // namespace korven
