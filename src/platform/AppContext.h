@@ -43,7 +43,7 @@ public:
     QueryDesk& queryDesk(int n);
 
     // Run flags.
-    QString ArmadoResultado;          // "SI", "No", "NO" of the last assembly
+    QString ArmadoResultado;           // "SI", "No", "NO" of the last assembly
     bool LiquidacionPendiente = false; // the liquidation must be rewritten
     QString FlagDto1439 = "N";
     QString FlagDto1439A1 = "N";

@@ -14,9 +14,9 @@ struct Configuracion {
     bool CORDANO = false;
     bool CORDANORAF = false;
     QString NROSUFIJ;
-    int MODIFCAT = 1;  // 2 when "S"
-    int VALORCAT = 1;  // 2 when "S"
-    int PRIMR100 = 1;  // 2 when "S"
+    int MODIFCAT = 1; // 2 when "S"
+    int VALORCAT = 1; // 2 when "S"
+    int PRIMR100 = 1; // 2 when "S"
     bool GROUPBYART = false;
     int ARMARITEM = 2;       // 1 by NCM, 2 in order of loading
     QString MODARTSUB = "N"; // "S" or "N"

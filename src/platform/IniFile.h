@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 namespace korven {
@@ -19,6 +20,8 @@ public:
     // Returns false when the file cannot be written.
     static bool Escribir(const QString& seccion, const QString& clave, const QString& valor,
                          const QString& archivo);
+    // Every section with its keys (upper-case names), for readers of whole files.
+    static QHash<QString, QHash<QString, QString>> LeerTodo(const QString& archivo);
 };
 
 } // namespace korven

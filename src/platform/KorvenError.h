@@ -17,9 +17,9 @@ public:
     const char* what() const noexcept override { return what_.constData(); }
 
     // Error numbers in use.
-    static constexpr int ErrorStore = 3146;          // a statement the store refused
+    static constexpr int ErrorStore = 3146;           // a statement the store refused
     static constexpr int ComponenteNoInstalado = 429; // a component that cannot be created
-    static constexpr int ErrorLeerConfig = 11111;    // re-raised by the configuration reader
+    static constexpr int ErrorLeerConfig = 11111;     // re-raised by the configuration reader
 
 private:
     int numero_;

@@ -26,12 +26,14 @@ public:
     static bool Disponible(Motor motor, QString* motivo = nullptr);
 
     Motor motor() const { return motor_; }
-    const QString& directorio() const { return dir_; }   // normalised program directory
+    const QString& directorio() const { return dir_; } // normalised program directory
     StoreDirectory& stores() { return *stores_; }
     ScriptedDialogs& dialogos() { return dialogos_; }
     SettingsStore& settings() { return *settings_; }
     AppContext& ctx() { return *ctx_; }
-    Conexion& conexion(const QString& entidad) { return stores_->getDataConnectionByEntity(entidad); }
+    Conexion& conexion(const QString& entidad) {
+        return stores_->getDataConnectionByEntity(entidad);
+    }
 
 private:
     Motor motor_;
@@ -47,12 +49,13 @@ private:
 // Adds the two rows "sqlite" and "postgresql" with a column "motor" (int of Motor) to a
 // data-driven test; use MOTOR_O_SALTAR() at the start of the test function.
 void FilasDeMotores();
-#define MOTOR_O_SALTAR()                                                                         \
-    QFETCH(int, motor);                                                                          \
-    do {                                                                                         \
-        QString motivo_;                                                                         \
-        if (!::korven::test::TestStores::Disponible(static_cast<::korven::Motor>(motor), &motivo_)) \
-            QSKIP(qPrintable(motivo_));                                                          \
+#define MOTOR_O_SALTAR()                                                                           \
+    QFETCH(int, motor);                                                                            \
+    do {                                                                                           \
+        QString motivo_;                                                                           \
+        if (!::korven::test::TestStores::Disponible(static_cast<::korven::Motor>(motor),           \
+                                                    &motivo_))                                     \
+            QSKIP(qPrintable(motivo_));                                                            \
     } while (0)
 
 } // namespace korven::test

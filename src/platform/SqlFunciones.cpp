@@ -1,0 +1,144 @@
+#include "platform/SqlFunciones.h"
+
+#include <QSqlDriver>
+#include <QSqlQuery>
+#include <QVariant>
+#include <cstdlib>
+#include <cstring>
+#include <sqlite3.h>
+#include <string>
+
+namespace korven {
+
+namespace {
+
+// A number as the legacy store read it: blanks around, an optional sign, digits with one
+// decimal point or comma, an optional exponent.
+bool TextoNumerico(const char* t) {
+    if (!t)
+        return false;
+    std::string s(t);
+    const auto a = s.find_first_not_of(" \t");
+    if (a == std::string::npos)
+        return false;
+    s = s.substr(a, s.find_last_not_of(" \t") - a + 1);
+    size_t i = 0;
+    if (s[i] == '+' || s[i] == '-')
+        ++i;
+    bool digitos = false, punto = false;
+    for (; i < s.size(); ++i) {
+        const char c = s[i];
+        if (c >= '0' && c <= '9')
+            digitos = true;
+        else if ((c == '.' || c == ',') && !punto)
+            punto = true;
+        else
+            break;
+    }
+    if (!digitos)
+        return false;
+    if (i < s.size() && (s[i] == 'e' || s[i] == 'E')) {
+        size_t j = i + 1;
+        if (j < s.size() && (s[j] == '+' || s[j] == '-'))
+            ++j;
+        const size_t k = j;
+        while (j < s.size() && s[j] >= '0' && s[j] <= '9')
+            ++j;
+        if (j == k)
+            return false;
+        i = j;
+    }
+    return i == s.size();
+}
+
+void IsNumeric(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    switch (sqlite3_value_type(argv[0])) {
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+        sqlite3_result_int(ctx, 1);
+        return;
+    case SQLITE_TEXT:
+        sqlite3_result_int(
+            ctx, TextoNumerico(reinterpret_cast<const char*>(sqlite3_value_text(argv[0]))) ? 1 : 0);
+        return;
+    default:
+        sqlite3_result_int(ctx, 0);
+    }
+}
+
+// Counts characters, not bytes: the stores hold UTF-8.
+int LargoUtf8(const unsigned char* s) {
+    int n = 0;
+    for (; *s; ++s)
+        if ((*s & 0xC0) != 0x80)
+            ++n;
+    return n;
+}
+
+const unsigned char* AvanzarUtf8(const unsigned char* s, int caracteres) {
+    while (*s && caracteres > 0) {
+        ++s;
+        while ((*s & 0xC0) == 0x80)
+            ++s;
+        --caracteres;
+    }
+    return s;
+}
+
+void LeftRight(sqlite3_context* ctx, sqlite3_value** argv, bool izquierda) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    const unsigned char* s = sqlite3_value_text(argv[0]);
+    int n = sqlite3_value_int(argv[1]);
+    const int largo = LargoUtf8(s);
+    if (n < 0)
+        n = 0;
+    if (n > largo)
+        n = largo;
+    const unsigned char* desde = izquierda ? s : AvanzarUtf8(s, largo - n);
+    const unsigned char* hasta =
+        izquierda ? AvanzarUtf8(s, n) : s + std::strlen(reinterpret_cast<const char*>(s));
+    sqlite3_result_text(ctx, reinterpret_cast<const char*>(desde), static_cast<int>(hasta - desde),
+                        SQLITE_TRANSIENT);
+}
+
+void Left(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    LeftRight(ctx, argv, true);
+}
+void Right(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    LeftRight(ctx, argv, false);
+}
+
+} // namespace
+
+void RegistrarFuncionesSQLite(QSqlDatabase& db) {
+    const QVariant h = db.driver()->handle();
+    if (!h.isValid() || qstrcmp(h.typeName(), "sqlite3*") != 0)
+        return;
+    sqlite3* s = *static_cast<sqlite3* const*>(h.data());
+    if (!s)
+        return;
+    const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_function_v2(s, "isnumeric", 1, flags, nullptr, IsNumeric, nullptr, nullptr,
+                               nullptr);
+    sqlite3_create_function_v2(s, "left", 2, flags, nullptr, Left, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(s, "right", 2, flags, nullptr, Right, nullptr, nullptr, nullptr);
+}
+
+void AsegurarFuncionesPostgreSQL(QSqlDatabase& db) {
+    QSqlQuery q(db);
+    if (q.exec(QStringLiteral("select count(*) from pg_proc p join pg_namespace n on "
+                              "n.oid = p.pronamespace where p.proname = 'isnumeric' and "
+                              "n.nspname = current_schema()")) &&
+        q.next() && q.value(0).toInt() >= 2)
+        return;
+    q.exec(QStringLiteral(
+        "CREATE OR REPLACE FUNCTION isnumeric(text) RETURNS boolean LANGUAGE sql IMMUTABLE AS "
+        "$$ SELECT $1 ~ '^\\s*[-+]?([0-9]+([.,][0-9]*)?|[.,][0-9]+)([eE][-+]?[0-9]+)?\\s*$' $$"));
+    q.exec(QStringLiteral("CREATE OR REPLACE FUNCTION isnumeric(double precision) RETURNS boolean "
+                          "LANGUAGE sql IMMUTABLE AS $$ SELECT $1 IS NOT NULL $$"));
+}
+
+} // namespace korven

@@ -1,0 +1,242 @@
+#include "platform/StoreDirectory.h"
+
+#include "platform/IniFile.h"
+#include "platform/KorvenError.h"
+#include "platform/SqlFunciones.h"
+
+#include <QAtomicInt>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <exception>
+
+namespace korven {
+
+namespace {
+
+QAtomicInt serieGlobal; // distinct Qt connection names for every directory in the process
+
+const QHash<QString, QString>& Archivos() {
+    static const QHash<QString, QString> a = {
+        {QStringLiteral("INTERNOS"), QStringLiteral("internos")},
+        {QStringLiteral("SYSTABLAS"), QStringLiteral("systablas")},
+        {QStringLiteral("PERSONAL"), QStringLiteral("personal")},
+        {QStringLiteral("NCM"), QStringLiteral("ncm")},
+        {QStringLiteral("USUARIO"), QStringLiteral("usuario")},
+        {QStringLiteral("ESTADO"), QStringLiteral("estados")},
+        {QStringLiteral("CATALOGOS"), QStringLiteral("catalogos")},
+        {QStringLiteral("INSUMOS"), QStringLiteral("insumos")},
+    };
+    return a;
+}
+
+} // namespace
+
+const QStringList& StoreDirectory::Entidades() {
+    static const QStringList e = {QStringLiteral("INTERNOS"),  QStringLiteral("SYSTABLAS"),
+                                  QStringLiteral("PERSONAL"),  QStringLiteral("NCM"),
+                                  QStringLiteral("USUARIO"),   QStringLiteral("ESTADO"),
+                                  QStringLiteral("CATALOGOS"), QStringLiteral("INSUMOS")};
+    return e;
+}
+
+QString StoreDirectory::NombreArchivo(const QString& entidad) {
+    return Archivos().value(entidad.toUpper());
+}
+
+StoreDirectory::StoreDirectory() : serie_(serieGlobal.fetchAndAddOrdered(1)) {}
+
+StoreDirectory::~StoreDirectory() {
+    CloseAllDataConnection();
+}
+
+void StoreDirectory::LoadParameters() {
+    CloseAllDataConnection();
+    parametros_ =
+        ruta_.isEmpty() ? QHash<QString, QHash<QString, QString>>{} : IniFile::LeerTodo(ruta_);
+}
+
+QHash<QString, QString> StoreDirectory::Parametros(const QString& entidad) const {
+    QHash<QString, QString> p = parametros_.value(QStringLiteral("DEFAULT"));
+    const QHash<QString, QString> propios = parametros_.value(entidad.toUpper());
+    for (auto i = propios.cbegin(); i != propios.cend(); ++i)
+        p.insert(i.key(), i.value());
+    if (p.value(QStringLiteral("DRIVER")).isEmpty())
+        p.insert(QStringLiteral("DRIVER"), QStringLiteral("QSQLITE"));
+    return p;
+}
+
+Motor StoreDirectory::motor(const QString& entidad) {
+    return Parametros(entidad).value(QStringLiteral("DRIVER")).toUpper() == QStringLiteral("QPSQL")
+               ? Motor::PostgreSQL
+               : Motor::SQLite;
+}
+
+QString StoreDirectory::ArchivoSQLite(const QString& entidad) const {
+    const QHash<QString, QString> p = Parametros(entidad);
+    if (p.value(QStringLiteral("DRIVER")).toUpper() != QStringLiteral("QSQLITE"))
+        return {};
+    const QString base = ruta_.isEmpty() ? QDir::currentPath() : QFileInfo(ruta_).absolutePath();
+    const QString archivo = p.value(QStringLiteral("FILE"));
+    if (!archivo.isEmpty() && parametros_.value(entidad.toUpper()).contains(QStringLiteral("FILE")))
+        return QDir(base).absoluteFilePath(archivo);
+    QString carpeta = p.value(QStringLiteral("FOLDER"), QStringLiteral("db"));
+    carpeta = QDir(base).absoluteFilePath(carpeta);
+    return QDir(carpeta).filePath(NombreArchivo(entidad) + QStringLiteral(".db"));
+}
+
+QString StoreDirectory::clave(const QString& entidad) const {
+    const QHash<QString, QString> p = Parametros(entidad);
+    if (p.value(QStringLiteral("DRIVER")).toUpper() == QStringLiteral("QPSQL")) {
+        QStringList partes{QStringLiteral("PG")};
+        for (const char* k : {"HOST", "PORT", "DATABASE", "USER", "SERVICE", "SCHEMA"})
+            partes << p.value(QString::fromLatin1(k));
+        return partes.join(QLatin1Char('|'));
+    }
+    return QStringLiteral("SQLITE|") + ArchivoSQLite(entidad);
+}
+
+std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
+    const QHash<QString, QString> p = Parametros(entidad);
+    const bool pg = p.value(QStringLiteral("DRIVER")).toUpper() == QStringLiteral("QPSQL");
+    const QString nombre =
+        QStringLiteral("korven_%1_%2_%3").arg(serie_).arg(entidad).arg(porDestino_.size());
+    auto cx = std::make_unique<Conexion>(nombre, pg ? Motor::PostgreSQL : Motor::SQLite);
+    QSqlDatabase db =
+        QSqlDatabase::addDatabase(pg ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), nombre);
+    if (pg) {
+        db.setHostName(p.value(QStringLiteral("HOST")));
+        if (!p.value(QStringLiteral("PORT")).isEmpty())
+            db.setPort(p.value(QStringLiteral("PORT")).toInt());
+        db.setDatabaseName(p.value(QStringLiteral("DATABASE")));
+        db.setUserName(p.value(QStringLiteral("USER")));
+        db.setPassword(p.value(QStringLiteral("PASSWORD")));
+        QStringList opciones;
+        if (!p.value(QStringLiteral("SERVICE")).isEmpty())
+            opciones << QStringLiteral("service=") + p.value(QStringLiteral("SERVICE"));
+        opciones << QStringLiteral("connect_timeout=10");
+        db.setConnectOptions(opciones.join(QLatin1Char(';')));
+    } else {
+        const QString archivo = ArchivoSQLite(entidad);
+        QDir().mkpath(QFileInfo(archivo).absolutePath());
+        db.setDatabaseName(archivo);
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
+    }
+    if (!db.open()) {
+        const QSqlError e = db.lastError();
+        db = QSqlDatabase();
+        cx.reset();
+        throw KorvenError(e.nativeErrorCode().toInt() ? e.nativeErrorCode().toInt() : 3044,
+                          QStringLiteral("No se puede abrir la base de datos de %1: %2")
+                              .arg(entidad, e.text().trimmed()),
+                          QStringLiteral("StoreDirectory"));
+    }
+    QSqlQuery q(db);
+    if (pg) {
+        const QString esquema = p.value(QStringLiteral("SCHEMA"));
+        if (!esquema.isEmpty())
+            q.exec(QStringLiteral("SET search_path TO \"%1\"")
+                       .arg(QString(esquema).replace(QLatin1Char('"'), QString())));
+        q.exec(QStringLiteral("SET client_min_messages TO warning"));
+        AsegurarFuncionesPostgreSQL(db);
+    } else {
+        q.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+        q.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+        RegistrarFuncionesSQLite(db);
+    }
+    return cx;
+}
+
+Conexion& StoreDirectory::getDataConnectionByEntity(const QString& entidad) {
+    const QString e = entidad.toUpper();
+    if (!Archivos().contains(e))
+        throw KorvenError(3265, QStringLiteral("Entidad desconocida: %1").arg(entidad),
+                          QStringLiteral("StoreDirectory"));
+    if (auto c = porEntidad_.value(e))
+        return *c;
+    const QString k = clave(e);
+    std::shared_ptr<Conexion> c = porDestino_.value(k);
+    if (!c) {
+        c = std::shared_ptr<Conexion>(Abrir(e));
+        porDestino_.insert(k, c);
+    }
+    porEntidad_.insert(e, c);
+    return *c;
+}
+
+QString StoreDirectory::getDecimalSeparatorbyEntity(const QString&) {
+    return QStringLiteral(".");
+}
+
+QString StoreDirectory::getDateFormatbyEntity(const QString&, const QDate& fecha) {
+    return QLatin1Char('\'') + fecha.toString(QStringLiteral("yyyy-MM-dd")) + QLatin1Char('\'');
+}
+
+QString StoreDirectory::getNumberFormatbyEntity(const QString&, const QString&, int decimales) {
+    return QStringLiteral("round(CAST(999.999 AS numeric), %1)").arg(decimales);
+}
+
+QString StoreDirectory::getDataConnectionTAG() {
+    return motor(QStringLiteral("INTERNOS")) == Motor::PostgreSQL ? QStringLiteral("POSTGRESQL")
+                                                                  : QStringLiteral("SQLITE");
+}
+
+void StoreDirectory::CloseAllDataConnection() {
+    porEntidad_.clear();
+    porDestino_.clear(); // the last owner closes each connection
+}
+
+Transaccion::Transaccion(StoreDirectory& stores, const QStringList& entidades)
+    : excepciones_(std::uncaught_exceptions()) {
+    for (const QString& e : entidades) {
+        Conexion* c = &stores.getDataConnectionByEntity(e);
+        if (std::find(conexiones_.begin(), conexiones_.end(), c) == conexiones_.end())
+            conexiones_.push_back(c);
+    }
+    for (size_t i = 0; i < conexiones_.size(); ++i) {
+        try {
+            conexiones_[i]->Comenzar();
+        } catch (...) {
+            for (size_t j = 0; j < i; ++j)
+                conexiones_[j]->Deshacer();
+            throw;
+        }
+    }
+}
+
+Transaccion::~Transaccion() {
+    if (cerrada_)
+        return;
+    if (std::uncaught_exceptions() > excepciones_) {
+        Deshacer();
+        return;
+    }
+    try {
+        Confirmar();
+    } catch (const std::exception& e) {
+        qWarning("No se pudo confirmar la transacción: %s", e.what());
+    }
+}
+
+void Transaccion::Confirmar() {
+    cerrada_ = true;
+    for (size_t i = 0; i < conexiones_.size(); ++i) {
+        try {
+            conexiones_[i]->Confirmar();
+        } catch (...) {
+            for (size_t j = i + 1; j < conexiones_.size(); ++j)
+                conexiones_[j]->Deshacer();
+            throw;
+        }
+    }
+}
+
+void Transaccion::Deshacer() {
+    cerrada_ = true;
+    for (Conexion* c : conexiones_)
+        c->Deshacer();
+}
+
+} // namespace korven
