@@ -58,6 +58,9 @@ bool TestStores::Disponible(Motor motor, QString* motivo) {
         return true;
     if (!qEnvironmentVariableIsEmpty("KORVEN_TEST_PG"))
         return true;
+    // The suite's runner always starts a server: there a missing one is a failure, not a skip.
+    if (qEnvironmentVariableIntValue("KORVEN_REQUIRE_PG") == 1)
+        qFatal("KORVEN_REQUIRE_PG=1 pero KORVEN_TEST_PG está vacío");
     if (motivo)
         *motivo = QStringLiteral("Sin servidor PostgreSQL para las pruebas (KORVEN_TEST_PG vacío)");
     return false;
