@@ -1,6 +1,7 @@
 #include "platform/Conexion.h"
 
 #include "platform/KorvenError.h"
+#include "platform/SqlFunciones.h"
 
 #include <QSqlDatabase>
 #include <QSqlDriver>
@@ -49,7 +50,8 @@ void Conexion::Cerrar() {
     QSqlDatabase::removeDatabase(nombreQt_);
 }
 
-Recordset Conexion::Ejecutar_(const QString& sql, const QVariantList* parametros, int* filas) {
+Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametros, int* filas) {
+    const QString sql = motor_ == Motor::SQLite ? AdaptarSqlSQLite(texto) : texto;
     QSqlDatabase db = QSqlDatabase::database(nombreQt_, false);
     QSqlQuery q(db);
     q.setForwardOnly(true);

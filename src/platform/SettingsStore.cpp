@@ -56,7 +56,9 @@ void SettingsStore::Cargar() {
     QFile f(archivo());
     if (f.open(QIODevice::ReadOnly)) {
         while (!f.atEnd()) {
-            const QString linea = QString::fromLatin1(f.readLine()).trimmed();
+            QString linea = QString::fromLatin1(f.readLine());
+            while (linea.endsWith(QLatin1Char('\n')) || linea.endsWith(QLatin1Char('\r')))
+                linea.chop(1);
             const QStringList c = linea.split(QLatin1Char('\t'));
             if (c.size() != 4)
                 continue;

@@ -123,8 +123,52 @@ void RegistrarFuncionesSQLite(QSqlDatabase& db) {
     const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     sqlite3_create_function_v2(s, "isnumeric", 1, flags, nullptr, IsNumeric, nullptr, nullptr,
                                nullptr);
-    sqlite3_create_function_v2(s, "left", 2, flags, nullptr, Left, nullptr, nullptr, nullptr);
-    sqlite3_create_function_v2(s, "right", 2, flags, nullptr, Right, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(s, "korven_left", 2, flags, nullptr, Left, nullptr, nullptr,
+                               nullptr);
+    sqlite3_create_function_v2(s, "korven_right", 2, flags, nullptr, Right, nullptr, nullptr,
+                               nullptr);
+}
+
+QString AdaptarSqlSQLite(const QString& sql) {
+    if (!sql.contains(QStringLiteral("left"), Qt::CaseInsensitive) &&
+        !sql.contains(QStringLiteral("right"), Qt::CaseInsensitive))
+        return sql;
+    QString r;
+    r.reserve(sql.size() + 16);
+    QChar comilla; // inside a literal or quoted name, its quote
+    for (int i = 0; i < sql.size(); ++i) {
+        const QChar c = sql.at(i);
+        if (!comilla.isNull()) {
+            r += c;
+            if (c == comilla)
+                comilla = QChar();
+            continue;
+        }
+        if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            comilla = c;
+            r += c;
+            continue;
+        }
+        const bool inicio =
+            i == 0 || !(sql.at(i - 1).isLetterOrNumber() || sql.at(i - 1) == QLatin1Char('_'));
+        int largo = 0; // length of a "left" or "right" that calls a function here
+        for (const QString& palabra : {QStringLiteral("left"), QStringLiteral("right")}) {
+            if (!inicio || sql.mid(i, palabra.size()).compare(palabra, Qt::CaseInsensitive) != 0)
+                continue;
+            int j = i + static_cast<int>(palabra.size());
+            while (j < sql.size() && sql.at(j).isSpace())
+                ++j;
+            if (j < sql.size() && sql.at(j) == QLatin1Char('('))
+                largo = static_cast<int>(palabra.size());
+        }
+        if (largo > 0) {
+            r += QStringLiteral("korven_") + sql.mid(i, largo);
+            i += largo - 1;
+        } else {
+            r += c;
+        }
+    }
+    return r;
 }
 
 void AsegurarFuncionesPostgreSQL(QSqlDatabase& db) {
