@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+namespace korven::schema {
+
+// A CSV text as read: the header row and the data rows, each with the line of the file where it
+// begins. Fields are separated by "," (or by ";" when the header has ";" and no ","); a field in
+// double quotes may hold separators, line ends and doubled quotes. Blank lines are skipped. Text
+// is taken as it stands, blanks included (a suffix level is padded with blanks).
+class LectorCsv {
+public:
+    struct Fila {
+        int linea = 0;
+        QStringList valores;
+    };
+
+    // Reads a UTF-8 file (a leading byte-order mark is dropped); throws KorvenError when the
+    // file cannot be read or a quoted field is not closed.
+    static LectorCsv DeArchivo(const QString& ruta);
+    static LectorCsv DeTexto(const QString& texto, const QString& origen = {});
+
+    const QStringList& encabezado() const { return encabezado_; }
+    const std::vector<Fila>& filas() const { return filas_; }
+    QChar separador() const { return separador_; }
+
+private:
+    QStringList encabezado_;
+    std::vector<Fila> filas_;
+    QChar separador_ = QLatin1Char(',');
+};
+
+} // namespace korven::schema

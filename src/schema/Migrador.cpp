@@ -1,0 +1,125 @@
+#include "schema/Migrador.h"
+
+#include "platform/KorvenError.h"
+#include "platform/StoreDirectory.h"
+#include "platform/ValueRules.h"
+#include "schema/Catalogo.h"
+#include "schema/DialectoEsquema.h"
+#include "schema/InspectorEsquema.h"
+
+namespace korven::schema {
+
+int Migrador::Version(const QString& entidad) {
+    Conexion& c = stores_.getDataConnectionByEntity(entidad);
+    if (!InspectorEsquema::ExisteTabla(c, Catalogo::TablaVersion()))
+        return 0;
+    Recordset rs = c.Abrir(QStringLiteral("select version from ") + Catalogo::TablaVersion() +
+                               QStringLiteral(" where entidad = ?"),
+                           {entidad.toUpper()});
+    return rs.Eof() ? 0 : static_cast<int>(EsNumero(rs.Fields(0)));
+}
+
+int Migrador::Actualizar(const QString& entidad) {
+    const QString e = entidad.toUpper();
+    const int antes = Version(e);
+    if (antes > VersionActual)
+        throw KorvenError(KorvenError::ErrorStore,
+                          QStringLiteral("La base de %1 tiene la versión %2 del esquema, más "
+                                         "nueva que la de este programa (%3).")
+                              .arg(e)
+                              .arg(antes)
+                              .arg(VersionActual),
+                          QStringLiteral("Migrador"));
+    if (antes == VersionActual)
+        return antes;
+    Conexion& c = stores_.getDataConnectionByEntity(e);
+    if (antes == 0) {
+        Transaccion tx(stores_, {e});
+        Adoptar(c, e, VersionActual);
+        GuardarVersion(c, e, VersionActual);
+        tx.Confirmar();
+        return antes;
+    }
+    for (int paso = antes + 1; paso <= VersionActual; ++paso) {
+        Transaccion tx(stores_, {e});
+        AplicarPaso(c, e, paso);
+        GuardarVersion(c, e, paso);
+        tx.Confirmar();
+    }
+    return antes;
+}
+
+void Migrador::CrearEnVersion(const QString& entidad, int version) {
+    const QString e = entidad.toUpper();
+    if (Version(e) != 0)
+        throw KorvenError(KorvenError::ErrorStore,
+                          QStringLiteral("La base de %1 ya tiene esquema.").arg(e),
+                          QStringLiteral("Migrador"));
+    Conexion& c = stores_.getDataConnectionByEntity(e);
+    Transaccion tx(stores_, {e});
+    Adoptar(c, e, version);
+    GuardarVersion(c, e, version);
+    tx.Confirmar();
+}
+
+// Makes what the store lacks of the given version: the missing tables, the missing columns of
+// tables already there, the missing indexes. What the store has beyond that stays.
+void Migrador::Adoptar(Conexion& c, const QString& entidad, int version) {
+    const QStringList existentes = InspectorEsquema::Tablas(c);
+    for (const DefTabla* t : Catalogo::TablasDe(entidad)) {
+        if (t->desde > version)
+            continue;
+        if (!existentes.contains(t->nombre)) {
+            c.Ejecutar(DialectoEsquema::CrearTabla(*t, c.motor(), version));
+        } else {
+            const QStringList tiene = InspectorEsquema::NombresColumnas(c, t->nombre);
+            for (const DefColumna& col : t->columnas)
+                if (col.desde <= version && !tiene.contains(col.nombre))
+                    c.Ejecutar(DialectoEsquema::AgregarColumna(*t, col, c.motor()));
+        }
+        for (const DefIndice& ix : t->indices)
+            if (ix.desde <= version)
+                c.Ejecutar(DialectoEsquema::CrearIndice(*t, ix));
+    }
+}
+
+// One step of the ordered migrations: the tables, columns and indexes that the version brought.
+void Migrador::AplicarPaso(Conexion& c, const QString& entidad, int paso) {
+    for (const DefTabla* t : Catalogo::TablasDe(entidad)) {
+        if (t->desde == paso) {
+            c.Ejecutar(DialectoEsquema::CrearTabla(*t, c.motor(), paso));
+        } else if (t->desde < paso) {
+            QStringList tiene;
+            bool leidas = false;
+            for (const DefColumna& col : t->columnas) {
+                if (col.desde != paso)
+                    continue;
+                if (!leidas) {
+                    tiene = InspectorEsquema::NombresColumnas(c, t->nombre);
+                    leidas = true;
+                }
+                if (!tiene.contains(col.nombre))
+                    c.Ejecutar(DialectoEsquema::AgregarColumna(*t, col, c.motor()));
+            }
+        }
+        if (t->desde > paso)
+            continue;
+        for (const DefIndice& ix : t->indices)
+            if (ix.desde == paso || (t->desde == paso && ix.desde < paso))
+                c.Ejecutar(DialectoEsquema::CrearIndice(*t, ix));
+    }
+}
+
+void Migrador::GuardarVersion(Conexion& c, const QString& entidad, int version) {
+    c.Ejecutar(DialectoEsquema::CrearTablaVersion());
+    const QString tabla = Catalogo::TablaVersion();
+    if (c.Ejecutar(QStringLiteral("update ") + tabla +
+                       QStringLiteral(" set version = ? where "
+                                      "entidad = ?"),
+                   {version, entidad}) == 0)
+        c.Ejecutar(QStringLiteral("insert into ") + tabla +
+                       QStringLiteral(" (entidad, version) values (?, ?)"),
+                   {entidad, version});
+}
+
+} // namespace korven::schema
