@@ -1,0 +1,180 @@
+#include "header/PickLists.h"
+
+#include "header/ListasCodigos.h"
+#include "platform/AppContext.h"
+#include "platform/StoreDirectory.h"
+#include "platform/ValueRules.h"
+
+namespace korven {
+
+namespace {
+const QString kInternos = QStringLiteral("INTERNOS");
+const QString kSystablas = QStringLiteral("SYSTABLAS");
+} // namespace
+
+PickLists::PickLists(AppContext& ctx, QObject* parent) : QObject(parent), ctx_(ctx) {}
+
+QString PickLists::Descripcion(const QString& entidad, const QString& tabla,
+                               const QString& codigo) {
+    if (codigo.isEmpty())
+        return {};
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(entidad).Abrir(
+        QStringLiteral("select descripcion from ") + tabla + QStringLiteral(" where id = ") +
+        SqlTexto(codigo));
+    return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("descripcion"))) : QString();
+}
+
+QString PickLists::getAduanaDescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("ADUANA"), codigo);
+}
+
+QString PickLists::getPaisDescripcion(const QString& codigo) {
+    return Descripcion(kSystablas, QStringLiteral("PAIS"), codigo);
+}
+
+QString PickLists::getEstadoMercaderiaDescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("ESTADOMERCADERIA"), codigo);
+}
+
+QString PickLists::getUnidadesDescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("UNIDADES"), codigo);
+}
+
+QString PickLists::getVIADescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("via"), codigo);
+}
+
+QString PickLists::getTipoEmbarqueDescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("TIPOEMB"), codigo);
+}
+
+QString PickLists::getCodigoEmbarqueDescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("CODEMB"), codigo);
+}
+
+QString PickLists::getCondicionVentaDescripcion(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("CONDICIONDEVENTA"), codigo);
+}
+
+QString PickLists::getSubRegimen(const QString& codigo) {
+    return Descripcion(kInternos, QStringLiteral("sta"), codigo);
+}
+
+QString PickLists::getListado(const QString& lista) {
+    return ListasCodigos(ctx_).MostrarLista(lista, QStringLiteral("Buscar ") + lista.toUpper());
+}
+
+QString PickLists::getMotivosListado() {
+    return getListado(QStringLiteral("MOTIVOS"));
+}
+
+QString PickLists::TablaONCCA(const QString& lista) {
+    const QString l = lista.toLower();
+    if (l == QStringLiteral("acuerdo"))
+        return QStringLiteral("oncca_acuerdo");
+    if (l == QStringLiteral("categoria"))
+        return QStringLiteral("oncca_categoria");
+    if (l == QStringLiteral("cortes"))
+        return QStringLiteral("oncca_cortes");
+    if (l == QStringLiteral("elaborador"))
+        return QStringLiteral("oncca_elaborador");
+    if (l == QStringLiteral("especie"))
+        return QStringLiteral("oncca_especie");
+    if (l == QStringLiteral("faneador"))
+        return QStringLiteral("oncca_faneador");
+    if (l == QStringLiteral("mecoorgbio"))
+        return QStringLiteral("oncca_mecoorgbio");
+    if (l == QStringLiteral("res3106"))
+        return QStringLiteral("oncca_res3106");
+    if (l == QStringLiteral("sispro"))
+        return QStringLiteral("oncca_sispro");
+    return {};
+}
+
+QString PickLists::DescripcionONCCA(const QString& lista, const QString& codigo,
+                                    const QString& categoria) {
+    if (codigo.isEmpty())
+        return {};
+    QString sql = QStringLiteral("select descripcion from ") + TablaONCCA(lista) +
+                  QStringLiteral(" where id = ") + SqlTexto(codigo);
+    if (!categoria.isEmpty())
+        sql += QStringLiteral(" and categoria = ") + SqlTexto(categoria);
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql);
+    return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("descripcion"))) : QString();
+}
+
+QString PickLists::ListadoONCCA(const QString& lista, const QString& titulo,
+                                const QString& categoria) {
+    QString sql = QStringLiteral("select id,descripcion from ") + TablaONCCA(lista);
+    if (!categoria.isEmpty())
+        sql += QStringLiteral(" where categoria = ") + SqlTexto(categoria);
+    sql += QStringLiteral(" order by id");
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql);
+    QList<ListasCodigos::Fila> filas;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        ListasCodigos::Fila f;
+        f.codigo = EsNull(rs.Fields(QStringLiteral("id")));
+        f.descripcion = EsNull(rs.Fields(QStringLiteral("descripcion")));
+        f.texto = f.codigo + QLatin1Char('\t') + f.descripcion;
+        filas.append(f);
+    }
+    return ListasCodigos::AbrirListado(ctx_, titulo, filas);
+}
+
+QString PickLists::getONCCAAcuerdo(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Acuerdo"), c);
+}
+QString PickLists::getONCCAAcuerdoListado() {
+    return ListadoONCCA(QStringLiteral("Acuerdo"), QStringLiteral("ONCCA - Acuerdo"));
+}
+QString PickLists::getONCCACategoria(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Categoria"), c);
+}
+QString PickLists::getONCCACategoriaListado() {
+    return ListadoONCCA(QStringLiteral("Categoria"), QStringLiteral("ONCCA - Categoria"));
+}
+QString PickLists::getONCCACortes(const QString& c, const QString& categoria) {
+    return DescripcionONCCA(QStringLiteral("Cortes"), c, categoria);
+}
+QString PickLists::getONCCACortesListado(const QString& categoria) {
+    return ListadoONCCA(QStringLiteral("Cortes"), QStringLiteral("ONCCA - Corte"), categoria);
+}
+QString PickLists::getONCCAElaborador(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Elaborador"), c);
+}
+QString PickLists::getONCCAElaboradorListado() {
+    return ListadoONCCA(QStringLiteral("Elaborador"), QStringLiteral("ONCCA - Elaborador"));
+}
+QString PickLists::getONCCAEspecie(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Especie"), c);
+}
+QString PickLists::getONCCAEspecieListado() {
+    return ListadoONCCA(QStringLiteral("Especie"), QStringLiteral("ONCCA - Especie"));
+}
+QString PickLists::getONCCAFaneador(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Faneador"), c);
+}
+QString PickLists::getONCCAFaneadorListado() {
+    return ListadoONCCA(QStringLiteral("Faneador"), QStringLiteral("ONCCA - Faneador"));
+}
+QString PickLists::getONCCAMecoorgbio(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Mecoorgbio"), c);
+}
+QString PickLists::getONCCAMecoorgbioListado() {
+    return ListadoONCCA(QStringLiteral("Mecoorgbio"),
+                        QStringLiteral("ONCCA - Ecologico-Organico o Biologico"));
+}
+QString PickLists::getONCCAres3106(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("Res3106"), c);
+}
+QString PickLists::getONCCAres3106Listado() {
+    return ListadoONCCA(QStringLiteral("Res3106"), QStringLiteral("ONCCA - RES31/06MEYP"));
+}
+QString PickLists::getONCCASisPro(const QString& c) {
+    return DescripcionONCCA(QStringLiteral("SisPro"), c);
+}
+QString PickLists::getONCCASisProListado() {
+    return ListadoONCCA(QStringLiteral("SisPro"), QStringLiteral("ONCCA - Sistema de producción"));
+}
+
+} // namespace korven
