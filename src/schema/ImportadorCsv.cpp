@@ -125,7 +125,7 @@ ImportadorCsv::Preparar(const DefTabla& t, const LectorCsv& csv, Motor motor,
         clave << i;
     }
 
-    QSet<QString> vistas;
+    QHash<QString, int> vistas; // key -> line where it was first seen
     const int n = static_cast<int>(p.columnas.size());
     for (const LectorCsv::Fila& fila : csv.filas()) {
         if (filtro) {
@@ -184,20 +184,19 @@ ImportadorCsv::Preparar(const DefTabla& t, const LectorCsv& csv, Motor motor,
             }
             }
         }
-        if (motivo.isEmpty()) {
-            for (int k = 0; k < clave.size(); ++k)
-                if (fila.valores.at(clave.at(k)).trimmed().isEmpty()) {
-                    motivo = QStringLiteral("Falta el valor de la columna clave %1.")
-                                 .arg(p.columnas.at(clave.at(k)));
-                    break;
-                }
-        }
+        // The first column of a key names the row; the others may be empty (a rule for
+        // every sub-regime, a cut for every position).
+        if (motivo.isEmpty() && !clave.isEmpty() &&
+            fila.valores.at(clave.first()).trimmed().isEmpty())
+            motivo = QStringLiteral("Falta el valor de la columna clave %1.")
+                         .arg(p.columnas.at(clave.first()));
         if (motivo.isEmpty() && !clave.isEmpty()) {
             const QString k = TextoClave(valores, clave);
             if (vistas.contains(k))
-                motivo = QStringLiteral("Clave repetida en el archivo.");
+                motivo = QStringLiteral("Clave repetida en el archivo (ya está en la línea %1).")
+                             .arg(vistas.value(k));
             else
-                vistas.insert(k);
+                vistas.insert(k, fila.linea);
         }
         if (!motivo.isEmpty()) {
             p.rechazos.push_back({fila.linea, motivo});
