@@ -297,7 +297,8 @@ int Administracion::Importar(const Opciones& o) {
              << Qt::endl;
         return Fallo;
     }
-    out_ << QStringLiteral("Importadas %1 filas en %2.").arg(r.importadas).arg(r.tabla) << Qt::endl;
+    out_ << QStringLiteral("Filas importadas en %1: %2.").arg(r.tabla).arg(r.importadas)
+         << Qt::endl;
     return Correcto;
 }
 
