@@ -150,8 +150,9 @@ ImportadorCsv::Preparar(const DefTabla& t, const LectorCsv& csv, Motor motor,
             const QString& texto = fila.valores.at(i);
             switch (d.tipo) {
             case TipoColumna::Texto:
+                // An empty text is stored as '' (never NULL), as the system writes it.
                 motivo = FormaInvalida(t, d.nombre, texto);
-                valores << QVariant(texto);
+                valores << QVariant(texto.isNull() ? QString(QLatin1String("")) : texto);
                 break;
             case TipoColumna::Numero:
             case TipoColumna::Contador: {
