@@ -1,0 +1,33 @@
+#include "foundation/Main.h"
+#include "foundation/BasesIniciales.h"
+#include "foundation/Sesion.h"
+#include "platform/SettingsStore.h"
+#include "platform/ui/DesktopDialogs.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Korven"));
+    QApplication::setApplicationName(QStringLiteral("Korven"));
+
+    const QString programa = QCoreApplication::applicationDirPath();
+    {
+        // The first start of a workstation on its embedded stores creates them.
+        korven::DesktopDialogs dialogos;
+        korven::CrearBasesIniciales(programa, dialogos);
+    }
+
+    int codigo = 0;
+    korven::ParametrosArranque p;
+    p.directorioPrograma = programa;
+    p.carpetaSettings = korven::SettingsStore::CarpetaDelUsuario();
+    p.finDelProceso = [&codigo](int c) {
+        codigo = c;
+        QCoreApplication::exit(c);
+    };
+    std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
+    if (!sesion)
+        return codigo != 0 ? codigo : 1;
+    return QApplication::exec();
+}
