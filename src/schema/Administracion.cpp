@@ -79,7 +79,7 @@ int Administracion::LeerOpciones(const QStringList& args, Opciones& o) {
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args.at(i);
         auto valor = [&](QString& destino) {
-            if (i + 1 >= args.size()) {
+            if (i + 1 >= args.size() || args.at(i + 1).startsWith(QLatin1String("--"))) {
                 err_ << QStringLiteral("Falta el valor de la opción %1.").arg(a) << Qt::endl;
                 return false;
             }
