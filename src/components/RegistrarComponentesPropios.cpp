@@ -1,0 +1,16 @@
+#include "components/RegistrarComponentesPropios.h"
+
+#include "components/ClientBookListing.h"
+#include "components/OperationCopierMain.h"
+#include "platform/ComponentRegistry.h"
+
+namespace korven {
+
+void RegistrarComponentesPropios(ComponentRegistry& registro) {
+    registro.Registrar(QStringLiteral("ClientBook.Listing"),
+                       [](AppContext& ctx) { return std::make_unique<ClientBookListing>(ctx); });
+    registro.Registrar(QStringLiteral("OperationCopier.Main"),
+                       [](AppContext& ctx) { return std::make_unique<OperationCopierMain>(ctx); });
+}
+
+} // namespace korven
