@@ -1,0 +1,56 @@
+#include "foundation/NuevoInterno.h"
+
+#include "foundation/OpcionesInterno.h"
+#include "platform/AppContext.h"
+#include "platform/Dialogos.h"
+#include "platform/KorvenError.h"
+#include "platform/StoreDirectory.h"
+#include "platform/ValueRules.h"
+
+#include <QDate>
+
+namespace korven {
+
+namespace {
+const QString kInternos = QStringLiteral("INTERNOS");
+}
+
+bool NuevoInterno::Existe(const QString& interno) {
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
+        QStringLiteral("select interno from caratula where interno = ") + SqlTexto(interno));
+    return IsRecord(rs);
+}
+
+QString NuevoInterno::Ejecutar() {
+    try {
+        // The input box of the mail bridge.
+        const std::optional<QString> respuesta = ctx_.dialogos().PedirTexto(
+            QStringLiteral("Ingrese el nuevo numero de INTERNO/CARPETA"),
+            QStringLiteral("Crear nuevo interno"), LargoMaximo, QString());
+        if (!respuesta || respuesta->trimmed().isEmpty())
+            return {};
+        const QString interno = *respuesta;
+        if (Existe(interno)) {
+            ctx_.dialogos().Mensaje(QStringLiteral("El Código de interno ya existe."),
+                                    QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
+            return {};
+        }
+        StoreDirectory& stores = ctx_.stores();
+        const int filas = stores.getDataConnectionByEntity(kInternos).Ejecutar(
+            QStringLiteral("insert into caratula (interno, fechaalta, ONCCAHabilitado) values (") +
+            SqlTexto(interno) + QLatin1Char(',') +
+            stores.getDateFormatbyEntity(kInternos, QDate::currentDate()) +
+            QStringLiteral(",'N')"));
+        if (filas > 0)
+            OpcionesInterno(ctx_.settings()).GuardarNuevo(interno);
+        return interno;
+    } catch (const KorvenError& e) {
+        ctx_.dialogos().Mensaje(
+            QString::number(e.numero()) + QStringLiteral(" - ") + e.descripcion() +
+                QStringLiteral(" - seccion [korven.frminternonew.nuevointerno]::"),
+            QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
+    }
+    return {};
+}
+
+} // namespace korven
