@@ -1,0 +1,145 @@
+#pragma once
+
+// Operations made by hand for the tests of the register, the hub and the copy.
+
+#include "platform/Conexion.h"
+#include "platform/StoreDirectory.h"
+#include "platform/ValueRules.h"
+#include "schema/Esquema.h"
+#include "support/TestStores.h"
+
+#include <QDate>
+#include <QStringList>
+#include <QVariantMap>
+
+namespace korven::test {
+
+// Every table an Operation owns, with its store.
+struct TablaOperacion {
+    const char* tabla;
+    const char* entidad;
+};
+
+inline const QList<TablaOperacion>& TablasDeOperacion() {
+    static const QList<TablaOperacion> t = {
+        {"subitems", "INTERNOS"},  {"groupsubitems", "INTERNOS"}, {"item", "INTERNOS"},
+        {"liqcero", "INTERNOS"},   {"itemventaja", "INTERNOS"},   {"itemref", "INTERNOS"},
+        {"itempresu", "INTERNOS"}, {"itemliq", "INTERNOS"},       {"iteminfo", "INTERNOS"},
+        {"interno", "INTERNOS"},   {"caratula", "INTERNOS"},      {"facturas", "INTERNOS"},
+        {"prorrateo", "INTERNOS"}, {"descargas", "INTERNOS"},     {"hval", "SYSTABLAS"},
+        {"hvalexp", "SYSTABLAS"},  {"idrel", "INTERNOS"},         {"sysflag", "INTERNOS"},
+        {"coment", "SYSTABLAS"}};
+    return t;
+}
+
+// Inserts one row with bound values.
+inline void Insertar(TestStores& ts, const QString& entidad, const QString& tabla,
+                     const QVariantMap& valores) {
+    QStringList marcas;
+    for (int i = 0; i < valores.size(); ++i)
+        marcas << QStringLiteral("?");
+    ts.conexion(entidad).Ejecutar(
+        QStringLiteral("insert into %1 (%2) values (%3)")
+            .arg(tabla, valores.keys().join(QLatin1Char(',')), marcas.join(QLatin1Char(','))),
+        valores.values());
+}
+
+inline int Contar(TestStores& ts, const QString& entidad, const QString& tabla,
+                  const QString& interno) {
+    return static_cast<int>(EsNumero(
+        ts.conexion(entidad).Escalar(QStringLiteral("select count(*) from %1 where interno = %2")
+                                         .arg(tabla, SqlTexto(interno)))));
+}
+
+inline QVariant Valor(TestStores& ts, const QString& sql, const QString& entidad = "INTERNOS") {
+    return ts.conexion(entidad).Escalar(sql);
+}
+
+// A header with the values of a complete import: sub-regime IC04 (import), customs office 001,
+// client, broker and vendor, FOB 1000 in dollars with freight and insurance.
+inline QVariantMap CaratulaCompleta(const QString& interno) {
+    return {{"interno", interno},
+            {"fechaalta", QDate(2024, 3, 15)},
+            {"idsubreg", "IC04"},
+            {"idaduana", "001"},
+            {"cuitcliente", "30500010912"},
+            {"cuitdespaduana", "20111111112"},
+            {"idvendedor", "V1"},
+            {"factura2", "Vendedor Uno"},
+            {"factura3", "Despachante Uno"},
+            {"factura7", "Cliente Uno"},
+            {"factura8", "N"},
+            {"fobdivisas", 1000.0},
+            {"fobcoddivisas", "DOL"},
+            {"fobdivcambio", 1.0},
+            {"fletedivisas", 50.0},
+            {"fletecoddivisas", "DOL"},
+            {"fletedivcambio", 1.0},
+            {"segurodivisas", 10.0},
+            {"segurocoddivisas", "DOL"},
+            {"segurodivcambio", 1.0},
+            {"idcondiciondeventa", "FOB"},
+            {"onccahabilitado", "N"}};
+}
+
+// The master rows the headers above name.
+inline void CargarMaestros(TestStores& ts) {
+    for (const auto& [id, tipo] : {std::pair{"IC04", "I"},
+                                   {"EC01", "E"},
+                                   {"IT01", "I"},
+                                   {"ET01", "E"},
+                                   {"EC02", "E"},
+                                   {"IDA4", "I"},
+                                   {"IC06", "I"},
+                                   {"TG01", "I"},
+                                   {"ZZ99", "X"}})
+        Insertar(
+            ts, "INTERNOS", "sta",
+            {{"id", id}, {"descripcion", QStringLiteral("Sub %1").arg(id)}, {"cstaimpexp", tipo}});
+    Insertar(ts, "INTERNOS", "aduana", {{"id", "001"}, {"descripcion", "BUENOS AIRES"}});
+    Insertar(ts, "PERSONAL", "clientes", {{"cuit", "30500010912"}, {"nombre", "Cliente Uno"}});
+    Insertar(ts, "PERSONAL", "despadu", {{"cuit", "20111111112"}, {"nombre", "Despachante Uno"}});
+    // Every sub-regime has its fields defined, none hidden.
+    for (const char* s : {"IC04", "EC01", "IT01", "ET01", "EC02", "IDA4", "IC06", "TG01", "LAPI"})
+        Insertar(ts, "USUARIO", "dest", {{"subreg", s}});
+}
+
+// An Operation with rows in every table it owns, and in the ones that stay behind when it is
+// deleted (idrel, sysflag, coment).
+inline void OperacionConTodo(TestStores& ts, const QString& interno) {
+    Insertar(ts, "INTERNOS", "caratula", CaratulaCompleta(interno));
+    const QVariant x = interno;
+    Insertar(ts, "INTERNOS", "subitems",
+             {{"interno", x},
+              {"id", 1},
+              {"ncm", "8471.30.12"},
+              {"fob", 600.0},
+              {"cantidad", 2.0},
+              {"descripcion", "Notebook d'acero"}});
+    Insertar(ts, "INTERNOS", "subitems",
+             {{"interno", x}, {"id", 2}, {"ncm", "8471.60.52"}, {"fob", 400.0}, {"cantidad", 4.0}});
+    Insertar(ts, "INTERNOS", "groupsubitems", {{"interno", x}, {"id", 1}, {"idsub", 1}});
+    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 0}});
+    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 1}});
+    Insertar(ts, "INTERNOS", "liqcero", {{"interno", x}, {"idconcepto", "010"}, {"valor", 5.0}});
+    Insertar(ts, "INTERNOS", "itemventaja", {{"interno", x}, {"iditem", 0}, {"idventaja", "V"}});
+    Insertar(ts, "INTERNOS", "itemref", {{"interno", x}, {"referencia", "R"}, {"valor", "1"}});
+    Insertar(ts, "INTERNOS", "itempresu", {{"interno", x}, {"concepto", "C"}, {"valordolar", 1.0}});
+    Insertar(ts, "INTERNOS", "itemliq", {{"interno", x}, {"iditem", 1}, {"idconceptos", "010"}});
+    Insertar(ts, "INTERNOS", "iteminfo", {{"interno", x}, {"iditem", 1}, {"idinfo", "I"}});
+    Insertar(
+        ts, "INTERNOS", "interno",
+        {{"interno", x}, {"maquina", "PC-OTRA"}, {"usuario", ""}, {"fecha", QDate(2024, 3, 16)}});
+    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 1}, {"factura", "A-0001"}});
+    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 2}, {"factura", "A-0002"}});
+    Insertar(ts, "INTERNOS", "prorrateo",
+             {{"interno", x}, {"codigo", "P1"}, {"descripcion", "Flete"}, {"valor", 12.5}});
+    Insertar(ts, "INTERNOS", "descargas", {{"interno", x}, {"dit", "D"}, {"item", 1}});
+    Insertar(ts, "SYSTABLAS", "hval", {{"interno", x}});
+    Insertar(ts, "SYSTABLAS", "hvalexp", {{"interno", x}});
+    Insertar(ts, "INTERNOS", "idrel", {{"interno", x}, {"idroot", 1}, {"idsub", 1}});
+    Insertar(ts, "INTERNOS", "sysflag", {{"interno", x}, {"flag", "F"}, {"valor", "S"}});
+    Insertar(ts, "SYSTABLAS", "coment", {{"interno", x}, {"coment", "Llega el lunes"}});
+}
+
+} // namespace korven::test
