@@ -1,0 +1,646 @@
+// The header screen driven from the keyboard: a complete import and a complete export typed as
+// a clerk types them, saved with Esc and checked against the stores; the checks of the save,
+// the sub-regime's fields, the look-ups and the hub.
+
+#include "Teclado.h"
+#include "foundation/EstadoInterno.h"
+#include "foundation/FrmDetalleInterno.h"
+#include "foundation/RegistrarPantallasOperaciones.h"
+#include "header/CaratulaDatos.h"
+#include "header/FrmCaratula.h"
+#include "header/PantallasCaratula.h"
+#include "platform/Formato.h"
+#include "platform/SettingsStore.h"
+#include "platform/ValueRules.h"
+#include "schema/Esquema.h"
+#include "support/TestStores.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace korven;
+using namespace korven::test;
+
+namespace {
+
+void Preparar(TestStores& ts) {
+    schema::CrearOActualizar(ts.stores());
+    const QString datos = schema::CarpetaDatos(ts.directorio());
+    schema::CargarDatosReferencia(ts.stores(), datos);
+    schema::CargarOperacionesDemo(ts.stores(), datos);
+    RegistrarPantallasOperaciones(ts.ctx().pantallas());
+    RegistrarPantallasCaratula(ts.ctx().pantallas());
+}
+
+void Nueva(TestStores& ts, const QString& interno) {
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(QStringLiteral("insert into caratula (interno,fechaalta,onccahabilitado) values "
+                                 "('%1','2026-11-22','N')")
+                      .arg(interno));
+    ts.ctx().InternoActual = interno;
+}
+
+// The columns the screen writes, as the store gives them back.
+QMap<QString, QString> Columnas(TestStores& ts, const QString& interno) {
+    QStringList cols;
+    for (const CaratulaDatos::Campo& c : CaratulaDatos::CamposDeGuardado())
+        cols << c.columna.toLower();
+    cols << QStringLiteral("factura8");
+    Recordset rs = ts.conexion(QStringLiteral("INTERNOS"))
+                       .Abrir(QStringLiteral("select %1 from caratula where interno = '%2'")
+                                  .arg(cols.join(QLatin1Char(',')), interno));
+    QMap<QString, QString> r;
+    if (rs.Eof())
+        return r;
+    for (const QString& c : cols) {
+        const QVariant v = rs.Fields(c);
+        r.insert(c, v.metaType().id() == QMetaType::Double
+                        ? Formato(v.toDouble(), QStringLiteral("0.######"), QStringLiteral("."))
+                        : EsNull(v));
+    }
+    return r;
+}
+
+QString Estado(TestStores& ts, const QString& interno) {
+    EstadoDetalle e;
+    EstadoInterno(ts.ctx()).VerDatos(interno, e);
+    return e.textos.value(QStringLiteral("LbEstadoCaratula"));
+}
+
+QString Artefactos() {
+    const QString dir = QCoreApplication::applicationDirPath() + QStringLiteral("/artefactos");
+    QDir().mkpath(dir);
+    return dir;
+}
+
+template <class W> W* Hijo(QWidget* f, const char* nombre) {
+    return f->findChild<W*>(QString::fromLatin1(nombre));
+}
+
+QString Texto(QWidget* f, const char* nombre) {
+    return Hijo<QLineEdit>(f, nombre)->text();
+}
+
+// Shows the screen as the clerk gets it.
+void Mostrar(QWidget& f) {
+    f.show();
+    f.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f));
+}
+
+} // namespace
+
+// Asserts where the focus is, types, and presses Enter.
+#define CAMPO(nombre, texto)                                                                       \
+    do {                                                                                           \
+        QCOMPARE(NombreFoco(), QStringLiteral(nombre));                                            \
+        Escribir(QStringLiteral(texto));                                                           \
+        Tecla(Qt::Key_Return);                                                                     \
+    } while (0)
+
+class TestFrmCaratula : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void importacion_data() { FilasDeMotores(); }
+    void importacion();
+    void exportacion_data() { FilasDeMotores(); }
+    void exportacion();
+    void salirSinGuardar_data() { FilasDeMotores(); }
+    void salirSinGuardar();
+    void sinDest_data() { FilasDeMotores(); }
+    void sinDest();
+    void vendedorOculto_data() { FilasDeMotores(); }
+    void vendedorOculto();
+    void camposYListas_data() { FilasDeMotores(); }
+    void camposYListas();
+    void verificarCambio_data();
+    void verificarCambio();
+    void facturasYCarga_data() { FilasDeMotores(); }
+    void facturasYCarga();
+    void hub_data() { FilasDeMotores(); }
+    void hub();
+};
+
+void TestFrmCaratula::importacion() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral(","));
+    const QString interno = QStringLiteral("T-IC04");
+    Nueva(ts, interno);
+    QCOMPARE(Estado(ts, interno), QStringLiteral("INCOMPLETO"));
+
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), interno}});
+    Mostrar(f);
+    // The header of the demo import, typed field after field as Enter leads.
+    CAMPO("TxtSubReg", "ic04");
+    QCOMPARE(Texto(&f, "TxtSubReg"), QStringLiteral("IC04"));
+    QCOMPARE(Texto(&f, "TxtSubRegDesc"), QStringLiteral("IMPORTACION A CONSUMO"));
+    QVERIFY(Hijo<QLineEdit>(&f, "TxtIdAduana2")->isHidden()); // dest
+    QCOMPARE(NombreFoco(), QStringLiteral("txtIdAduana1"));
+    ElegirEnListado(QStringLiteral("001"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "txtIdAduana1"), QStringLiteral("001"));
+    QCOMPARE(Texto(&f, "TxtAduana1"), QStringLiteral("BUENOS AIRES"));
+    Tecla(Qt::Key_Return);
+    CAMPO("TxtCUITCliente", "30708123451");
+    QCOMPARE(Texto(&f, "TxtNombre"), QStringLiteral("IMPORTADORA DEL PLATA S.A."));
+    CAMPO("TxtCuitAduana", "20203040505");
+    QCOMPARE(Texto(&f, "TxtNombreadu"), QStringLiteral("GOMEZ MARIA LAURA"));
+    CAMPO("Txtidvendedor", "v001");
+    QCOMPARE(Texto(&f, "TxtNombreven"), QStringLiteral("ROBERTO SALINAS"));
+    CAMPO("Txtfobdivisas", "16780");
+    QCOMPARE(Texto(&f, "Txtfobdivisas"), QStringLiteral("16780,00"));
+    CAMPO("TxtCoddivfob", "DOL");
+    QCOMPARE(Texto(&f, "TxtDivValorFob"), QStringLiteral("01,000000"));
+    CAMPO("TxtDivValorFob", "1");
+    QCOMPARE(Texto(&f, "TxtDolFob"), QStringLiteral("16780,00"));
+    CAMPO("Txtfletedivisas", "850");
+    CAMPO("TxtCodDivFlete", "DOL");
+    CAMPO("TxtDivValorFlete", "1");
+    QCOMPARE(Texto(&f, "TxtDolFlete"), QStringLiteral("850,00"));
+    CAMPO("Txtsegurodivisas", "120,5");
+    QCOMPARE(Texto(&f, "Txtsegurodivisas"), QStringLiteral("120,50"));
+    CAMPO("TxtCodDivseguro", "DOL");
+    CAMPO("TxtDivValorSeguro", "1");
+    QCOMPARE(Texto(&f, "TxtDolSeguro"), QStringLiteral("120,50"));
+    CAMPO("TxtPorc", "0");
+    QCOMPARE(Texto(&f, "TxtDolSeguro"), QStringLiteral("120,50")); // 0 % computes nothing
+    CAMPO("TxtProrratear", "0");
+    CAMPO("TxtAjustIncluir", "0");
+    CAMPO("TxtAjustDeducir", "0");
+    QVERIFY(!Hijo<QLineEdit>(&f, "TxtFactCon")->isEnabled());
+    QCOMPARE(NombreFoco(), QStringLiteral("Txtidcondventa"));
+    ElegirEnListado(QStringLiteral("FOB"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Hijo<QLabel>(&f, "lbDescConven")->text(), QStringLiteral("FRANCO A BORDO"));
+    Tecla(Qt::Key_Return);
+    CAMPO("Txtidpais", "310");
+    QCOMPARE(Texto(&f, "TxtdescPais"), QStringLiteral("CHINA"));
+    CAMPO("txtFechaEmbarque", "15/1/2026");
+    // Enter in the invoice field adds the number and stays there for the next one.
+    CAMPO("TxtFactura", "A-0001-00012345");
+    CAMPO("TxtFactura", "A-0001-00012346");
+    CAMPO("TxtFactura", "");
+    QCOMPARE(Hijo<QListWidget>(&f, "LstFact")->count(), 2);
+    QCOMPARE(NombreFoco(), QStringLiteral("LstFact"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(NombreFoco(), QStringLiteral("ChFacturas"));
+    Tecla(Qt::Key_Space);
+    Tecla(Qt::Key_Return);
+    QVERIFY(!Hijo<QCheckBox>(&f, "chkDCForzarEstMerc")->isEnabled());
+    QCOMPARE(NombreFoco(), QStringLiteral("txtDCEstMerc"));
+    ElegirEnListado(QStringLiteral("1"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "txtDCEstMerc"), QStringLiteral("1"));
+    QVERIFY(Hijo<QCheckBox>(&f, "chkDCForzarEstMerc")->isEnabled());
+    Tecla(Qt::Key_Return);
+    QCOMPARE(NombreFoco(), QStringLiteral("chkDCForzarEstMerc"));
+    Tecla(Qt::Key_Return);
+    CAMPO("txtDCPaisOrigen", "");
+    CAMPO("txtDCPaisDest", "310");
+    QCOMPARE(Texto(&f, "txtDCStandard"), QStringLiteral("N"));
+    CAMPO("txtDCStandard", "");
+    CAMPO("TxtDCRegalias", "");
+    CAMPO("txtKgNeto", "0");
+    QCOMPARE(NombreFoco(), QStringLiteral("cboOpcionIVA"));
+    Tecla(Qt::Key_Down);
+    Tecla(Qt::Key_Down);
+    QCOMPARE(Hijo<QComboBox>(&f, "cboOpcionIVA")->currentText(), QStringLiteral("Ninguno"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(NombreFoco(), QStringLiteral("cboOpcionesGanancias"));
+    Tecla(Qt::Key_Down);
+    Tecla(Qt::Key_Down);
+    Tecla(Qt::Key_Down);
+    QCOMPARE(Hijo<QComboBox>(&f, "cboOpcionesGanancias")->currentText(),
+             QStringLiteral("Comercial"));
+    QVERIFY(!Hijo<QPushButton>(&f, "cmdONCCA")->isEnabled());
+    QVERIFY(ts.dialogos().registro().isEmpty());
+    if (motor == 0)
+        QVERIFY(f.grab().save(Artefactos() + QStringLiteral("/FrmCaratula-importacion.png")));
+
+    Tecla(Qt::Key_Escape);
+    QVERIFY(!f.isVisible());
+    QCOMPARE(f.result(), int(QDialog::Accepted));
+    QVERIFY(!ts.ctx().FormularioDeDatos);
+    QVERIFY(ts.dialogos().registro().isEmpty());
+
+    // Column by column as the demo import holds it; typing marked the Operation changed.
+    const QMap<QString, QString> tipeado = Columnas(ts, interno);
+    const QMap<QString, QString> demo = Columnas(ts, QStringLiteral("DEMO-IC04-001"));
+    for (auto it = demo.cbegin(); it != demo.cend(); ++it)
+        QCOMPARE(it.key() + QLatin1Char('=') + tipeado.value(it.key()),
+                 it.key() + QLatin1Char('=') + it.value());
+    QCOMPARE(tipeado.value("fechaembarque"), QStringLiteral("15/01/2026"));
+    QCOMPARE(Estado(ts, interno), QStringLiteral("COMPLETO!"));
+}
+
+void TestFrmCaratula::exportacion() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral(","));
+    const QString interno = QStringLiteral("T-EC01");
+    Nueva(ts, interno);
+
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), interno}});
+    Mostrar(f);
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtSubReg"));
+    ElegirEnListado(QStringLiteral("EC01"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "TxtSubReg"), QStringLiteral("EC01"));
+    QCOMPARE(f.cstaimpexp(), QStringLiteral("E"));
+    QVERIFY(Hijo<QPushButton>(&f, "cmdONCCA")->isEnabled());
+    QVERIFY(Hijo<QLineEdit>(&f, "txtFechaEmbarque")->isHidden());
+    QVERIFY(Hijo<QLineEdit>(&f, "TxtAjustIncluir")->isHidden()); // dest
+    Tecla(Qt::Key_Return);
+    CAMPO("txtIdAduana1", "001");
+    CAMPO("TxtIdAduana2", "001");
+    QCOMPARE(Texto(&f, "TxtAduana2"), QStringLiteral("BUENOS AIRES"));
+    CAMPO("TxtCUITCliente", "30500001239");
+    CAMPO("TxtCuitAduana", "27312345671");
+    QCOMPARE(Texto(&f, "TxtNombreadu"), QStringLiteral("FERNANDEZ O'NEILL PATRICIA"));
+    CAMPO("Txtidvendedor", "V002");
+    CAMPO("Txtfobdivisas", "205200");
+    CAMPO("TxtCoddivfob", "DOL");
+    CAMPO("TxtDivValorFob", "1");
+    // Freight and insurance of 0 still need their currency while their fields are there.
+    CAMPO("Txtfletedivisas", "0");
+    CAMPO("TxtCodDivFlete", "DOL");
+    CAMPO("TxtDivValorFlete", "1");
+    QCOMPARE(Texto(&f, "TxtDolFlete"), QString());
+    CAMPO("Txtsegurodivisas", "0");
+    CAMPO("TxtCodDivseguro", "DOL");
+    CAMPO("TxtDivValorSeguro", "1");
+    CAMPO("TxtPorc", "");
+    CAMPO("TxtProrratear", "");
+    CAMPO("Txtidcondventa", "FOB");
+    CAMPO("Txtidpais", "438");
+    QCOMPARE(Texto(&f, "TxtdescPais"), QStringLiteral("ALEMANIA"));
+    CAMPO("TxtCierreVenta", "20/02/2026");
+    CAMPO("TxtFactura", "E-0003-00000871");
+    CAMPO("TxtFactura", "");
+    Tecla(Qt::Key_Return); // LstFact
+    Tecla(Qt::Key_Return); // ChFacturas
+    CAMPO("txtDCEstMerc", "1");
+    Tecla(Qt::Key_Return); // chkDCForzarEstMerc
+    CAMPO("txtDCPaisOrigen", "");
+    CAMPO("txtDCPaisDest", "438");
+    CAMPO("txtDCStandard", "");
+    CAMPO("TxtDCRegalias", "");
+    QCOMPARE(NombreFoco(), QStringLiteral("txtDCBancos"));
+    ElegirEnListado(QStringLiteral("011"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "txtDCBancos"), QStringLiteral("011"));
+    Tecla(Qt::Key_Return);
+    CAMPO("txtKgNeto", "");
+    CAMPO("txtDCComiExt", "0");
+    // The tax options are for imports: the focus goes on to the ONCCA button.
+    QVERIFY(!Hijo<QComboBox>(&f, "cboOpcionIVA")->isEnabled());
+    QCOMPARE(NombreFoco(), QStringLiteral("cmdONCCA"));
+    QVERIFY(ts.dialogos().registro().isEmpty());
+    if (motor == 0)
+        QVERIFY(f.grab().save(Artefactos() + QStringLiteral("/FrmCaratula-exportacion.png")));
+    Tecla(Qt::Key_Escape);
+    QCOMPARE(f.result(), int(QDialog::Accepted));
+    QVERIFY(ts.dialogos().registro().isEmpty());
+
+    QMap<QString, QString> demo = Columnas(ts, QStringLiteral("DEMO-EC01-001"));
+    demo.insert(QStringLiteral("fletecoddivisas"), QStringLiteral("DOL"));
+    demo.insert(QStringLiteral("fletedivcambio"), QStringLiteral("1"));
+    demo.insert(QStringLiteral("segurocoddivisas"), QStringLiteral("DOL"));
+    demo.insert(QStringLiteral("segurodivcambio"), QStringLiteral("1"));
+    const QMap<QString, QString> tipeado = Columnas(ts, interno);
+    for (auto it = demo.cbegin(); it != demo.cend(); ++it)
+        QCOMPARE(it.key() + QLatin1Char('=') + tipeado.value(it.key()),
+                 it.key() + QLatin1Char('=') + it.value());
+    QCOMPARE(Estado(ts, interno), QStringLiteral("COMPLETO!"));
+}
+
+void TestFrmCaratula::salirSinGuardar() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral(","));
+    const QString interno = QStringLiteral("DEMO-IC04-001");
+    ts.ctx().InternoActual = interno;
+    const QMap<QString, QString> antes = Columnas(ts, interno);
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), interno}});
+    Mostrar(f);
+    // An incomplete FOB: the message, the question; No keeps the screen on the field.
+    Hijo<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
+    Tecla(Qt::Key_A, Qt::ControlModifier);
+    Tecla(Qt::Key_Delete);
+    ts.dialogos().ResponderNo();
+    Tecla(Qt::Key_Escape);
+    QVERIFY(f.isVisible());
+    QCOMPARE(NombreFoco(), QStringLiteral("Txtfobdivisas"));
+    const QString salir = QStringLiteral("desea SALIR de la caratula, sin guardar la información?");
+    QCOMPARE(ts.dialogos().todo(), (QStringList{"El valor FOB debe ser un valor númerico", salir}));
+    // Yes leaves; the invoices are there, so nothing more is said. The record is unchanged
+    // but for the change mark of the edit.
+    ts.dialogos().Limpiar();
+    ts.dialogos().ResponderSi();
+    Tecla(Qt::Key_Escape);
+    QVERIFY(!f.isVisible());
+    QCOMPARE(ts.dialogos().todo(), (QStringList{"El valor FOB debe ser un valor númerico", salir}));
+    QMap<QString, QString> despues = Columnas(ts, interno);
+    QCOMPARE(despues, antes);
+}
+
+void TestFrmCaratula::sinDest() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    // A sub-regime that dest does not know: the fields stay as the form has them.
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(QStringLiteral("insert into sta (id,descripcion,cstaimpexp) values "
+                                 "('IC99','SIN DEST','I')"));
+    Nueva(ts, QStringLiteral("T-1"));
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("T-1")}});
+    Mostrar(f);
+    CAMPO("TxtSubReg", "IC99");
+    QCOMPARE(Texto(&f, "TxtSubRegDesc"), QStringLiteral("SIN DEST"));
+    for (const char* n : {"TxtIdAduana2", "Txtmotdestsusp", "TxtCierreVenta", "txtDepAlm",
+                          "Txtidvendedor", "txtFechaEmbarque"})
+        QVERIFY2(!Hijo<QWidget>(&f, n)->isHidden(), n);
+    QVERIFY(Hijo<QLineEdit>(&f, "TxtFactCon")->isEnabled());
+    QVERIFY(Hijo<QLineEdit>(&f, "txtDCBancos")->isHidden()); // not an export
+    QVERIFY(Hijo<QComboBox>(&f, "cboFacilidadPago")->isHidden());
+    QVERIFY(Hijo<QComboBox>(&f, "cboOpcionIVA")->isEnabled());
+    QCOMPARE(NombreFoco(), QStringLiteral("txtIdAduana1"));
+    // The hub counts such a header incomplete, whatever is filled in.
+    ts.dialogos().ResponderSiempre(true);
+    f.reject();
+    QCOMPARE(Estado(ts, QStringLiteral("T-1")), QStringLiteral("INCOMPLETO"));
+}
+
+void TestFrmCaratula::vendedorOculto() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral("."));
+    Nueva(ts, QStringLiteral("T-TR"));
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(QStringLiteral("update caratula set idvendedor = 'V001', factura2 = 'X' where "
+                                 "interno = 'T-TR'"));
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("T-TR")}});
+    Mostrar(f);
+    // TR01 does without the vendor, the freight, the insurance and the condition of sale.
+    CAMPO("TxtSubReg", "TR01");
+    for (const char* n :
+         {"Txtidvendedor", "TxtNombreven", "Txtfletedivisas", "TxtCodDivFlete", "TxtDivValorFlete",
+          "TxtDolFlete", "Txtsegurodivisas", "TxtPorc", "TxtDolSeguro", "Txtidcondventa"})
+        QVERIFY2(Hijo<QWidget>(&f, n)->isHidden(), n);
+    QCOMPARE(Texto(&f, "Txtidvendedor"), QString()); // emptied with it
+    CAMPO("txtIdAduana1", "001");
+    CAMPO("TxtIdAduana2", "");
+    CAMPO("TxtCUITCliente", "30708123451");
+    CAMPO("TxtCuitAduana", "20203040505");
+    CAMPO("Txtfobdivisas", "100.5");
+    CAMPO("TxtCoddivfob", "DOL");
+    CAMPO("TxtDivValorFob", "1");
+    QCOMPARE(NombreFoco(), QStringLiteral("Txtidpais"));
+    Tecla(Qt::Key_Escape);
+    QCOMPARE(f.result(), int(QDialog::Accepted));
+    QVERIFY(ts.dialogos().registro().isEmpty());
+    const QMap<QString, QString> c = Columnas(ts, QStringLiteral("T-TR"));
+    QCOMPARE(c.value("idvendedor"), QString());
+    QCOMPARE(c.value("factura2"), QString());
+    QCOMPARE(c.value("fobdivisas"), QStringLiteral("100.5"));
+    QCOMPARE(c.value("fletedivisas"), QStringLiteral("0"));
+    QCOMPARE(c.value("factura7"), QStringLiteral("IMPORTADORA DEL PLATA S.A."));
+}
+
+void TestFrmCaratula::camposYListas() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral(","));
+    Nueva(ts, QStringLiteral("T-IT"));
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("T-IT")}});
+    Mostrar(f);
+    CAMPO("TxtSubReg", "IT01");
+    // A currency code is padded to three digits and brings its rate.
+    Hijo<QLineEdit>(&f, "TxtCoddivfob")->setFocus();
+    CAMPO("TxtCoddivfob", "60");
+    QCOMPARE(Texto(&f, "TxtCoddivfob"), QStringLiteral("060"));
+    QCOMPARE(Texto(&f, "TxtDivValorFob"), QStringLiteral("01,084512"));
+    CAMPO("TxtDivValorFob", "1,084512");
+    // The FOB value and its rate give the dollars; 1000 x 1.084512 = 1084.51.
+    Hijo<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
+    CAMPO("Txtfobdivisas", "1000");
+    QCOMPARE(Texto(&f, "TxtDolFob"), QStringLiteral("1084,51"));
+    // Insurance by percentage over FOB and freight in dollars: (1084.51 + 200) x 1% = 12.85.
+    Hijo<QLineEdit>(&f, "Txtfletedivisas")->setFocus();
+    CAMPO("Txtfletedivisas", "200");
+    CAMPO("TxtCodDivFlete", "DOL");
+    CAMPO("TxtDivValorFlete", "1");
+    CAMPO("Txtsegurodivisas", "");
+    CAMPO("TxtCodDivseguro", "DOL");
+    ts.dialogos().ResponderNo(); // 2 is not the rate the table keeps for DOL
+    CAMPO("TxtDivValorSeguro", "2");
+    ts.dialogos().Limpiar();
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtPorc"));
+    Escribir(QStringLiteral("1"));
+    QCOMPARE(Texto(&f, "TxtDolSeguro"), QStringLiteral("12,86"));
+    // 12.85 / 2 = 6.425 -> 6.43 in the currency, which is 12.86 in dollars again.
+    QCOMPARE(Texto(&f, "Txtsegurodivisas"), QStringLiteral("06,43"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(Texto(&f, "TxtPorc"), QStringLiteral("01,00"));
+    // The temporary motives of imports hand over the code and the days of the term.
+    Hijo<QLineEdit>(&f, "Txtmotdestsusp")->setFocus();
+    ElegirEnListado(QStringLiteral("D1439/96-AI"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "Txtmotdestsusp"), QStringLiteral("D1439/96-AI"));
+    QCOMPARE(Texto(&f, "TxtPlazoaut"), QStringLiteral("180"));
+    // A term that is a date is shown as "dd-mm-yyyy" once the field is left.
+    Hijo<QLineEdit>(&f, "TxtPlazoaut")->setFocus();
+    Tecla(Qt::Key_A, Qt::ControlModifier);
+    CAMPO("TxtPlazoaut", "5/3/2027");
+    QCOMPARE(Texto(&f, "TxtPlazoaut"), QStringLiteral("05-03-2027"));
+    // The "Forzar" marks lose their mark with an empty code.
+    Hijo<QLineEdit>(&f, "txtDCPaisOrigen")->setFocus();
+    CAMPO("txtDCPaisOrigen", "203");
+    Tecla(Qt::Key_Space);
+    QVERIFY(Hijo<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isChecked());
+    Hijo<QLineEdit>(&f, "txtDCPaisOrigen")->setFocus();
+    Tecla(Qt::Key_A, Qt::ControlModifier);
+    Tecla(Qt::Key_Delete);
+    QVERIFY(!Hijo<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isChecked());
+    QVERIFY(!Hijo<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isEnabled());
+    // An unknown code costs its message and nothing else.
+    Hijo<QLineEdit>(&f, "Txtidpais")->setFocus();
+    CAMPO("Txtidpais", "998");
+    QCOMPARE(ts.dialogos().mensajes(),
+             QStringList{"CODIGO INEXISTENTE DE PAIS\n\nNo se enconto DESCRIPCIÓN para esta "
+                         "CLAVE\n\n[CARATULA.BUSCARDESCRIPCION.PAIS]"});
+    QCOMPARE(NombreFoco(), QStringLiteral("Txtmotdestsusp"));
+    // A broker's tax number of ten digits.
+    ts.dialogos().Limpiar();
+    Hijo<QLineEdit>(&f, "TxtCuitAduana")->setFocus();
+    CAMPO("TxtCuitAduana", "2020304050");
+    QCOMPARE(Texto(&f, "TxtNombreadu"), QString());
+    QCOMPARE(ts.dialogos().mensajes(), QStringList{"Cuit Invalido"});
+    // A new vendor is added from the header.
+    ts.dialogos().Limpiar();
+    ts.dialogos().ResponderSi();
+    AlAbrirse(QStringLiteral("FrmNewVendedor"), [](QWidget* w) {
+        QTest::keyClicks(w->findChild<QLineEdit*>(QStringLiteral("TxtNombre")),
+                         QStringLiteral("D'ARTAGNAN"));
+        w->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    });
+    Hijo<QLineEdit>(&f, "Txtidvendedor")->setFocus();
+    CAMPO("Txtidvendedor", "v009");
+    QCOMPARE(Texto(&f, "Txtidvendedor"), QStringLiteral("V009"));
+    QCOMPARE(Texto(&f, "TxtNombreven"), QStringLiteral("D'ARTAGNAN"));
+    QCOMPARE(ts.dialogos().todo().first(),
+             QStringLiteral("No se encontro este codigo en la lista de VENDEDORES.\nDesea "
+                            "AGREGARLO a la lista"));
+    ts.dialogos().ResponderSiempre(true);
+    f.reject();
+}
+
+void TestFrmCaratula::verificarCambio_data() {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<bool>("respuesta");
+    QTest::addColumn<double>("imp");
+    QTest::newRow("sqlite no") << 0 << false << 1.084512;
+    QTest::newRow("sqlite si") << 0 << true << 1.1;
+    QTest::newRow("postgresql no") << 1 << false << 1.084512;
+    QTest::newRow("postgresql si") << 1 << true << 1.1;
+}
+
+void TestFrmCaratula::verificarCambio() {
+    MOTOR_O_SALTAR();
+    QFETCH(bool, respuesta);
+    QFETCH(double, imp);
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral(","));
+    ts.ctx().InternoActual = QStringLiteral("DEMO-IC05-001");
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("DEMO-IC05-001")}});
+    // The load asks nothing, though it fills the rates.
+    QVERIFY(ts.dialogos().registro().isEmpty());
+    Mostrar(f);
+    Hijo<QLineEdit>(&f, "TxtDivValorFob")->setFocus();
+    Tecla(Qt::Key_A, Qt::ControlModifier);
+    Escribir(QStringLiteral("1,1"));
+    if (respuesta)
+        ts.dialogos().ResponderSi();
+    else
+        ts.dialogos().ResponderNo();
+    Tecla(Qt::Key_Return);
+    QStringList esperado{QStringLiteral(
+        "El valor ingresado por usted es 1,1 este valor no corresponde al que tiene guardado en "
+        "la tabla de Divisas que es 1,084512, desea guardar el nuevo valor como "
+        "predeterminado.")};
+    if (respuesta)
+        esperado << QStringLiteral("Valor Guardado Correctamente.");
+    QCOMPARE(ts.dialogos().todo(), esperado);
+    QCOMPARE(EsNumero(ts.conexion(QStringLiteral("INTERNOS"))
+                          .Escalar(QStringLiteral("select imp from divisas where id = '060'"))),
+             imp);
+    // The same rate again asks nothing.
+    ts.dialogos().Limpiar();
+    Hijo<QLineEdit>(&f, "TxtDivValorFlete")->setFocus();
+    Tecla(Qt::Key_A, Qt::ControlModifier);
+    Escribir(respuesta ? QStringLiteral("1,1000000") : QStringLiteral("1,0845124"));
+    Tecla(Qt::Key_Return);
+    QVERIFY(ts.dialogos().registro().isEmpty());
+    ts.dialogos().ResponderSiempre(true);
+    f.reject();
+}
+
+void TestFrmCaratula::facturasYCarga() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral("."));
+    const QString interno = QStringLiteral("DEMO-IT01-001");
+    ts.ctx().InternoActual = interno;
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(
+            QStringLiteral("update caratula set factura8 = 'N' where interno = '%1'").arg(interno));
+    ts.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno,
+                              QStringLiteral("R"));
+    FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), interno}});
+    Mostrar(f);
+    // The load fills every field, resolves every code and marks nothing.
+    QCOMPARE(Texto(&f, "TxtSubRegDesc"),
+             QStringLiteral("IMPORTACION TEMPORAL PARA PERFECCIONAMIENTO INDUSTRIAL"));
+    QCOMPARE(Texto(&f, "TxtNombre"), QStringLiteral("METALURGICA D'ANGELO HNOS S.R.L."));
+    QCOMPARE(Texto(&f, "Txtfobdivisas"), QStringLiteral("75860.00"));
+    QCOMPARE(Texto(&f, "TxtDivValorFob"), QStringLiteral("1.000000"));
+    QCOMPARE(Texto(&f, "TxtDolFob"), QStringLiteral("75860.00"));
+    QCOMPARE(Texto(&f, "Txtmotdestsusp"), QStringLiteral("DTO.1439/96"));
+    QCOMPARE(Texto(&f, "TxtPlazoaut"), QStringLiteral("02-03-2027"));
+    QCOMPARE(Hijo<QComboBox>(&f, "cboOpcionesGanancias")->currentText(),
+             QStringLiteral("Comercial"));
+    QListWidget* lst = Hijo<QListWidget>(&f, "LstFact");
+    QCOMPARE(lst->count(), 3);
+    QCOMPARE(lst->currentRow(), 0); // the first is selected
+    QVERIFY(ts.dialogos().registro().isEmpty());
+    QCOMPARE(Columnas(ts, interno).value("factura8"), QStringLiteral("N"));
+    // Delete in the list removes the number there and in the store.
+    lst->setFocus();
+    lst->setCurrentRow(1);
+    Tecla(Qt::Key_Delete);
+    QCOMPARE(lst->count(), 2);
+    // A number that is there already.
+    Hijo<QLineEdit>(&f, "TxtFactura")->setFocus();
+    CAMPO("TxtFactura", "FT-2026-00088");
+    QCOMPARE(ts.dialogos().mensajes(), QStringList{"Ya existe esta factura."});
+    QCOMPARE(Texto(&f, "TxtFactura"), QString());
+    // Typing marks the Operation changed and clears its AEC value.
+    const QMap<QString, QString> c = Columnas(ts, interno);
+    QCOMPARE(c.value("factura8"), QStringLiteral("S"));
+    QCOMPARE(ts.settings().GetSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno),
+             QString());
+    Tecla(Qt::Key_Escape);
+    QCOMPARE(f.result(), int(QDialog::Accepted));
+    QCOMPARE(Columnas(ts, interno).value("factura1"),
+             QStringLiteral("FT-2026-00088,FT-2026-00090"));
+    Recordset rs = ts.conexion(QStringLiteral("INTERNOS"))
+                       .Abrir(QStringLiteral("select factura from facturas where interno = '%1' "
+                                             "order by orden")
+                                  .arg(interno));
+    QStringList fs;
+    for (; !rs.Eof(); rs.MoveNext())
+        fs << EsNull(rs.Fields("factura"));
+    QCOMPARE(fs, (QStringList{"FT-2026-00088", "FT-2026-00090"}));
+}
+
+void TestFrmCaratula::hub() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    Preparar(ts);
+    SeparadorDecimalScope sep(QStringLiteral(","));
+    // The demo import without its vendor: incomplete until the header gets one.
+    const QString interno = QStringLiteral("DEMO-IC04-001");
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(QStringLiteral("update caratula set idvendedor = '' where interno = '%1'")
+                      .arg(interno));
+    FrmDetalleInterno hub(ts.ctx(), {{QStringLiteral("interno"), interno}});
+    QLabel* estado = hub.findChild<QLabel*>(QStringLiteral("LbEstadoCaratula"));
+    QCOMPARE(estado->text(), QStringLiteral("INCOMPLETO"));
+    AlAbrirse(QStringLiteral("FrmCaratula"), [](QWidget* w) {
+        auto* v = w->findChild<QLineEdit*>(QStringLiteral("Txtidvendedor"));
+        v->setFocus();
+        QTest::keyClicks(v, QStringLiteral("V001"));
+        QTest::keyClick(v, Qt::Key_Return);
+        QTest::keyClick(w->focusWidget(), Qt::Key_Escape);
+    });
+    hub.cmdCaratula();
+    QCOMPARE(estado->text(), QStringLiteral("COMPLETO!"));
+    QCOMPARE(Columnas(ts, interno).value("factura2"), QStringLiteral("ROBERTO SALINAS"));
+}
+
+QTEST_MAIN(TestFrmCaratula)
+#include "test_frmcaratula.moc"
