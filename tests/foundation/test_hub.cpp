@@ -57,11 +57,11 @@ QPushButton* Boton(FrmDetalleInterno& f, const QString& nombre) {
     return f.findChild<QPushButton*>(nombre);
 }
 
-// Presses a button from the keyboard.
+// Presses a button from the keyboard: Enter on the button that has the focus.
 void Pulsar(QPushButton* b) {
     QVERIFY(b->isEnabled());
     b->setFocus();
-    QTest::keyClick(b, Qt::Key_Space);
+    QTest::keyClick(b, Qt::Key_Return);
 }
 
 } // namespace
@@ -375,10 +375,13 @@ void TestHub::pantallasDeLaOperacionRecalculanElEstado() {
     auto ts = Stores(motor);
     Abierta(*ts, CaratulaCompleta("100"));
     QStringList abiertas;
+    QVariantList flags;
     auto pantalla = [&](const QString& nombre, const QString& sql) {
         ts->ctx().pantallas().Registrar(
             nombre, [&, nombre, sql](AppContext& ctx, const QVariantMap& a) {
                 abiertas << nombre + ":" + a.value("interno").toString();
+                if (a.contains("flags"))
+                    flags = a.value("flags").toList();
                 if (!sql.isEmpty())
                     ctx.stores().getDataConnectionByEntity("INTERNOS").Ejecutar(sql);
                 return QVariant();
@@ -390,6 +393,8 @@ void TestHub::pantallasDeLaOperacionRecalculanElEstado() {
     f.show();
     f.CkFlag(4)->setChecked(false);
     Pulsar(Boton(f, "CmdSubItems"));
+    // The goods screen learns which options are off.
+    QCOMPARE(flags, (QVariantList{true, true, true, true, false, true, true, true}));
     QCOMPARE(Texto(f, "LbEstadoItem"), QStringLiteral("SIN GENERAR"));
     QVERIFY(!Boton(f, "CmdTransMaria")->isEnabled());
     QVERIFY(!Boton(f, "CmdHojaVal")->isEnabled());
