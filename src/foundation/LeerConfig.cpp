@@ -30,6 +30,15 @@ double NumeroODefecto(const QString& v, double defecto) {
     return EsNumerico(v) ? EsNumero(v) : defecto;
 }
 
+// Publishes a value in the settings store. A value the store already holds is not written
+// again: each write goes to disk, and most starts publish what the last one did.
+void Publicar(SettingsStore& s, const QString& seccion, const QString& clave,
+              const QString& valor) {
+    const QString nunca = QStringLiteral("\x1f");
+    if (s.GetSetting(kKorven, seccion, clave, nunca) != valor)
+        s.SaveSetting(kKorven, seccion, clave, valor);
+}
+
 // One store location: its key, the section of the key and the store file.
 struct Ubicacion {
     QString* valor;
@@ -91,25 +100,25 @@ void LeerConfig(AppContext& ctx) {
         const QString dir = ctx.directorioPrograma();
         const QString bases = QStringLiteral("BASES");
 
-        s.SaveSetting(kKorven, QStringLiteral("DEFAULT"), QStringLiteral("UBICACION"), dir);
+        Publicar(s, QStringLiteral("DEFAULT"), QStringLiteral("UBICACION"), dir);
 
         // The locations go to the settings store as the file has them, before the defaults of
         // this run are applied: a first start with an empty file publishes empty locations.
         QString interno = LeerIni(QStringLiteral("INTERNO"), kBaseServer, ini);
-        s.SaveSetting(kKorven, bases, QStringLiteral("INTERNO"), DirectorioNormal(interno));
+        Publicar(s, bases, QStringLiteral("INTERNO"), DirectorioNormal(interno));
         c.CORDANO = EsS(LeerIni(QStringLiteral("CORDANO"), kGeneral, ini));
         c.CORDANORAF = EsS(LeerIni(QStringLiteral("CORDANORAF"), kGeneral, ini));
         c.NROSUFIJ = LeerIni(QStringLiteral("NROSUFIJ"), kGeneral, ini);
         QString systablas = LeerIni(QStringLiteral("INTERNO"), kBaseServer, ini);
-        s.SaveSetting(kKorven, bases, QStringLiteral("SYSTABLAS"), systablas);
+        Publicar(s, bases, QStringLiteral("SYSTABLAS"), systablas);
         QString personal = LeerIni(QStringLiteral("PERSONAL"), kBaseServer, ini);
-        s.SaveSetting(kKorven, bases, QStringLiteral("PERSONAL"), personal);
+        Publicar(s, bases, QStringLiteral("PERSONAL"), personal);
         QString ncm = LeerIni(QStringLiteral("NCM"), kBaseServer, ini);
-        s.SaveSetting(kKorven, bases, QStringLiteral("NCM"), ncm);
+        Publicar(s, bases, QStringLiteral("NCM"), ncm);
         QString estado = LeerIni(QStringLiteral("ESTADO"), kBaseServer, ini);
-        s.SaveSetting(kKorven, bases, QStringLiteral("ESTADO"), estado);
+        Publicar(s, bases, QStringLiteral("ESTADO"), estado);
         QString usuario = LeerIni(QStringLiteral("USUARIO"), kBaseLocal, ini);
-        s.SaveSetting(kKorven, bases, QStringLiteral("USUARIO"), usuario);
+        Publicar(s, bases, QStringLiteral("USUARIO"), usuario);
 
         // An empty location takes the db folder beside the program and the file keeps it. A
         // location that is there is taken as it stands.

@@ -15,6 +15,10 @@
 #ifdef KORVEN_CON_COMPONENTES
 #include "components/RegistrarComponentesPropios.h"
 #endif
+#if __has_include("foundation/RegistrarPantallasOperaciones.h")
+#include "foundation/RegistrarPantallasOperaciones.h"
+#define KORVEN_PANTALLAS_OPERACIONES
+#endif
 
 #include <QGuiApplication>
 #include <QMdiArea>
@@ -71,6 +75,9 @@ std::unique_ptr<Sesion> Main(const ParametrosArranque& p) {
         RegistrarComponentesPropios(ctx.componentes());
 #endif
         RegistrarPantallasFoundation(ctx.pantallas());
+#ifdef KORVEN_PANTALLAS_OPERACIONES
+        RegistrarPantallasOperaciones(ctx.pantallas());
+#endif
         for (const auto& r : p.registros)
             r(ctx);
 
@@ -115,7 +122,7 @@ std::unique_ptr<Sesion> Main(const ParametrosArranque& p) {
         QMdiSubWindow* sub = principal->area()->addSubWindow(
             menu, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
         sub->setObjectName(QStringLiteral("MenuPVentana"));
-        sub->resize(560, 440);
+        sub->resize(600, 520);
         sub->move(0, 0);
         menu->show();
         principal->show();

@@ -1,10 +1,17 @@
 #include "foundation/Main.h"
 #include "foundation/BasesIniciales.h"
 #include "foundation/Sesion.h"
+#include "platform/AppContext.h"
 #include "platform/SettingsStore.h"
 #include "platform/ui/DesktopDialogs.h"
 
 #include <QApplication>
+
+// The screens of the libraries above the foundation.
+#if defined(KORVEN_LIQUIDATION) && __has_include("liquidation/PantallasLiquidacion.h")
+#include "liquidation/PantallasLiquidacion.h"
+#define KORVEN_PANTALLAS_LIQUIDACION
+#endif
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -26,6 +33,10 @@ int main(int argc, char** argv) {
         codigo = c;
         QCoreApplication::exit(c);
     };
+#ifdef KORVEN_PANTALLAS_LIQUIDACION
+    p.registros.push_back(
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasLiquidacion(ctx.pantallas()); });
+#endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)
         return codigo != 0 ? codigo : 1;
