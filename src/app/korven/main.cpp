@@ -13,6 +13,11 @@
 #define KORVEN_PANTALLAS_LIQUIDACION
 #endif
 
+#if defined(KORVEN_HEADER) && __has_include("header/PantallasCaratula.h")
+#include "header/PantallasCaratula.h"
+#define KORVEN_PANTALLAS_CARATULA
+#endif
+
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Korven"));
@@ -36,6 +41,12 @@ int main(int argc, char** argv) {
 #ifdef KORVEN_PANTALLAS_LIQUIDACION
     p.registros.push_back(
         [](korven::AppContext& ctx) { korven::RegistrarPantallasLiquidacion(ctx.pantallas()); });
+#endif
+#ifdef KORVEN_PANTALLAS_CARATULA
+    p.registros.push_back([](korven::AppContext& ctx) {
+        korven::RegistrarComponentesCaratula(ctx.componentes());
+        korven::RegistrarPantallasCaratula(ctx.pantallas());
+    });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)
