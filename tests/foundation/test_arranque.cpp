@@ -6,6 +6,7 @@
 #include "platform/AppContext.h"
 #include "platform/Formato.h"
 #include "platform/IniFile.h"
+#include "platform/KorvenError.h"
 #include "platform/Pantallas.h"
 #include "platform/SettingsStore.h"
 #include "platform/StoreDirectory.h"
@@ -57,6 +58,7 @@ private Q_SLOTS:
     void mainMuestraElMenuEnElMarco();
     void escEnElMenuYCierreDelMarcoTerminan();
     void menuInternosSinPantalla();
+    void errorDelArranque();
 };
 
 void TestArranque::integridad() {
@@ -188,6 +190,23 @@ void TestArranque::menuInternosSinPantalla() {
     QCOMPARE(ts.dialogos().mensajes(),
              QStringList{"429 / La pantalla FrmInternoNew no está instalada. - "
                          "seccion[mnuinternos_Click.FrmPrincipal.KORVEN]::FrmInternoNew"});
+}
+
+void TestArranque::errorDelArranque() {
+    // Any error of the start routine: one critical message with its section, and the end.
+    TestStores ts(Motor::SQLite);
+    schema::CrearOActualizar(ts.stores());
+    Arranque a(ts);
+    a.p.registros.push_back([](AppContext&) {
+        throw KorvenError(91, QStringLiteral("Variable de objeto no establecida"),
+                          QStringLiteral("Registro"));
+    });
+    std::unique_ptr<Sesion> s = Main(a.p);
+    QVERIFY(!s);
+    QCOMPARE(a.fines, QList<int>{1});
+    QCOMPARE(ts.dialogos().mensajes(), QStringList{"91 / Variable de objeto no establecida\n\n"
+                                                   "seccion [KORVEN.Global.Main::Registro] 20"});
+    QCOMPARE(ts.dialogos().registro().at(0).icono, Dialogos::Icono::Critico);
 }
 
 QTEST_MAIN(TestArranque)
