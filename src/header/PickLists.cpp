@@ -91,24 +91,50 @@ QString PickLists::TablaONCCA(const QString& lista) {
     return {};
 }
 
+QString PickLists::TituloONCCA(const QString& lista) {
+    const QString l = lista.toLower();
+    if (l == QStringLiteral("cortes"))
+        return QStringLiteral("ONCCA - Corte");
+    if (l == QStringLiteral("mecoorgbio"))
+        return QStringLiteral("ONCCA - Ecologico-Organico o Biologico");
+    if (l == QStringLiteral("res3106"))
+        return QStringLiteral("ONCCA - RES31/06MEYP");
+    if (l == QStringLiteral("sispro"))
+        return QStringLiteral("ONCCA - Sistema de producción");
+    return QStringLiteral("ONCCA - ") + lista;
+}
+
+// A category, or a position that the cut's position begins.
+QString PickLists::FiltroCortes(const QString& filtro) {
+    if (filtro.isEmpty())
+        return {};
+    const QString f = SqlTexto(filtro);
+    return QStringLiteral(" (categoria = ") + f + QStringLiteral(" or (ncm <> '' and ") + f +
+           QStringLiteral(" like (ncm || '%')))");
+}
+
 QString PickLists::DescripcionONCCA(const QString& lista, const QString& codigo,
-                                    const QString& categoria) {
+                                    const QString& filtro) {
     if (codigo.isEmpty())
         return {};
     QString sql = QStringLiteral("select descripcion from ") + TablaONCCA(lista) +
                   QStringLiteral(" where id = ") + SqlTexto(codigo);
-    if (!categoria.isEmpty())
-        sql += QStringLiteral(" and categoria = ") + SqlTexto(categoria);
+    const QString cortes =
+        lista.toLower() == QStringLiteral("cortes") ? FiltroCortes(filtro) : QString();
+    if (!cortes.isEmpty())
+        sql += QStringLiteral(" and") + cortes;
+    sql += QStringLiteral(" order by descripcion");
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql);
     return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("descripcion"))) : QString();
 }
 
-QString PickLists::ListadoONCCA(const QString& lista, const QString& titulo,
-                                const QString& categoria) {
+QString PickLists::ListadoONCCA(const QString& lista, const QString& filtro) {
+    const bool esCortes = lista.toLower() == QStringLiteral("cortes");
     QString sql = QStringLiteral("select id,descripcion from ") + TablaONCCA(lista);
-    if (!categoria.isEmpty())
-        sql += QStringLiteral(" where categoria = ") + SqlTexto(categoria);
-    sql += QStringLiteral(" order by id");
+    const QString cortes = esCortes ? FiltroCortes(filtro) : QString();
+    if (!cortes.isEmpty())
+        sql += QStringLiteral(" where") + cortes;
+    sql += esCortes ? QStringLiteral(" order by categoria,id") : QStringLiteral(" order by id");
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql);
     QList<ListasCodigos::Fila> filas;
     for (; !rs.Eof(); rs.MoveNext()) {
@@ -118,63 +144,62 @@ QString PickLists::ListadoONCCA(const QString& lista, const QString& titulo,
         f.texto = f.codigo + QLatin1Char('\t') + f.descripcion;
         filas.append(f);
     }
-    return ListasCodigos::AbrirListado(ctx_, titulo, filas);
+    return ListasCodigos::AbrirListado(ctx_, TituloONCCA(lista), filas);
 }
 
 QString PickLists::getONCCAAcuerdo(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Acuerdo"), c);
 }
 QString PickLists::getONCCAAcuerdoListado() {
-    return ListadoONCCA(QStringLiteral("Acuerdo"), QStringLiteral("ONCCA - Acuerdo"));
+    return ListadoONCCA(QStringLiteral("Acuerdo"));
 }
 QString PickLists::getONCCACategoria(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Categoria"), c);
 }
 QString PickLists::getONCCACategoriaListado() {
-    return ListadoONCCA(QStringLiteral("Categoria"), QStringLiteral("ONCCA - Categoria"));
+    return ListadoONCCA(QStringLiteral("Categoria"));
 }
-QString PickLists::getONCCACortes(const QString& c, const QString& categoria) {
-    return DescripcionONCCA(QStringLiteral("Cortes"), c, categoria);
+QString PickLists::getONCCACortes(const QString& c, const QString& filtro) {
+    return DescripcionONCCA(QStringLiteral("Cortes"), c, filtro);
 }
-QString PickLists::getONCCACortesListado(const QString& categoria) {
-    return ListadoONCCA(QStringLiteral("Cortes"), QStringLiteral("ONCCA - Corte"), categoria);
+QString PickLists::getONCCACortesListado(const QString& filtro) {
+    return ListadoONCCA(QStringLiteral("Cortes"), filtro);
 }
 QString PickLists::getONCCAElaborador(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Elaborador"), c);
 }
 QString PickLists::getONCCAElaboradorListado() {
-    return ListadoONCCA(QStringLiteral("Elaborador"), QStringLiteral("ONCCA - Elaborador"));
+    return ListadoONCCA(QStringLiteral("Elaborador"));
 }
 QString PickLists::getONCCAEspecie(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Especie"), c);
 }
 QString PickLists::getONCCAEspecieListado() {
-    return ListadoONCCA(QStringLiteral("Especie"), QStringLiteral("ONCCA - Especie"));
+    return ListadoONCCA(QStringLiteral("Especie"));
 }
 QString PickLists::getONCCAFaneador(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Faneador"), c);
 }
 QString PickLists::getONCCAFaneadorListado() {
-    return ListadoONCCA(QStringLiteral("Faneador"), QStringLiteral("ONCCA - Faneador"));
+    return ListadoONCCA(QStringLiteral("Faneador"));
 }
 QString PickLists::getONCCAMecoorgbio(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Mecoorgbio"), c);
 }
 QString PickLists::getONCCAMecoorgbioListado() {
-    return ListadoONCCA(QStringLiteral("Mecoorgbio"),
-                        QStringLiteral("ONCCA - Ecologico-Organico o Biologico"));
+    return ListadoONCCA(QStringLiteral("Mecoorgbio"));
 }
 QString PickLists::getONCCAres3106(const QString& c) {
     return DescripcionONCCA(QStringLiteral("Res3106"), c);
 }
 QString PickLists::getONCCAres3106Listado() {
-    return ListadoONCCA(QStringLiteral("Res3106"), QStringLiteral("ONCCA - RES31/06MEYP"));
+    return ListadoONCCA(QStringLiteral("Res3106"));
 }
 QString PickLists::getONCCASisPro(const QString& c) {
     return DescripcionONCCA(QStringLiteral("SisPro"), c);
 }
 QString PickLists::getONCCASisProListado() {
-    return ListadoONCCA(QStringLiteral("SisPro"), QStringLiteral("ONCCA - Sistema de producción"));
+    return ListadoONCCA(QStringLiteral("SisPro"));
 }
 
 } // namespace korven

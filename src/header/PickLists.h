@@ -33,13 +33,14 @@ public:
 
     // ONCCA: each description member answers the description of a code (empty when unknown);
     // each list member shows its list and answers the code chosen (empty when none). The cuts
-    // take a filter on their category; an empty one lists them all.
+    // take a filter: a category, or a position (the cuts whose position begins it); an empty
+    // filter lists them all.
     Q_INVOKABLE QString getONCCAAcuerdo(const QString& codigo);
     Q_INVOKABLE QString getONCCAAcuerdoListado();
     Q_INVOKABLE QString getONCCACategoria(const QString& codigo);
     Q_INVOKABLE QString getONCCACategoriaListado();
-    Q_INVOKABLE QString getONCCACortes(const QString& codigo, const QString& categoria);
-    Q_INVOKABLE QString getONCCACortesListado(const QString& categoria);
+    Q_INVOKABLE QString getONCCACortes(const QString& codigo, const QString& filtro);
+    Q_INVOKABLE QString getONCCACortesListado(const QString& filtro);
     Q_INVOKABLE QString getONCCAElaborador(const QString& codigo);
     Q_INVOKABLE QString getONCCAElaboradorListado();
     Q_INVOKABLE QString getONCCAEspecie(const QString& codigo);
@@ -53,15 +54,19 @@ public:
     Q_INVOKABLE QString getONCCASisPro(const QString& codigo);
     Q_INVOKABLE QString getONCCASisProListado();
 
-    // The table of an ONCCA list by its short name ("Acuerdo", "Categoria", "Cortes", ...).
+    // The ONCCA lists by their short names: "Acuerdo", "Categoria", "Cortes", "Elaborador",
+    // "Especie", "Faneador", "Mecoorgbio", "Res3106", "SisPro".
     static QString TablaONCCA(const QString& lista);
+    static QString TituloONCCA(const QString& lista);
+    // The description of a code of an ONCCA list; the filter applies to the cuts only.
+    QString DescripcionONCCA(const QString& lista, const QString& codigo,
+                             const QString& filtro = {});
+    // Shows an ONCCA list and answers the code chosen.
+    QString ListadoONCCA(const QString& lista, const QString& filtro = {});
 
 private:
     QString Descripcion(const QString& entidad, const QString& tabla, const QString& codigo);
-    QString DescripcionONCCA(const QString& lista, const QString& codigo,
-                             const QString& categoria = {});
-    QString ListadoONCCA(const QString& lista, const QString& titulo,
-                         const QString& categoria = {});
+    static QString FiltroCortes(const QString& filtro);
 
     AppContext& ctx_;
 };

@@ -300,6 +300,14 @@ void TestListas::pickLists() {
     QCOMPARE(p.getONCCACortesListado(QString()), QStringLiteral("C1"));
     QCOMPARE(listado.recibido.value(QStringLiteral("codigos")).toStringList(),
              (QStringList{"C1", "C2"}));
+    // Or the cuts of a position.
+    listado.elegir = QStringLiteral("C2");
+    QCOMPARE(p.getONCCACortesListado(QStringLiteral("0202.30.00.100A")), QStringLiteral("C2"));
+    QCOMPARE(listado.recibido.value(QStringLiteral("codigos")).toStringList(), QStringList{"C2"});
+    QCOMPARE(listado.recibido.value(QStringLiteral("titulo")).toString(),
+             QStringLiteral("ONCCA - Corte"));
+    QCOMPARE(p.getONCCACortes(QStringLiteral("C1"), QStringLiteral("0201.30.00.900Z")),
+             QStringLiteral("LOMO"));
     // The component is reached by its name, late-bound, as other libraries reach it.
     listado.elegir = QStringLiteral("M1");
     QString elegido;
