@@ -35,14 +35,15 @@ void QueryDesk::Conectar() {
         throw KorvenError(
             3706, QStringLiteral("No se encuentra el proveedor de la conexión: %1").arg(cadena_),
             QStringLiteral("QueryDesk.Main"));
-    conexion_ = &stores_.getDataConnectionByEntity(e);
+    stores_.getDataConnectionByEntity(e); // opens it now, so that a failure shows here
+    entidad_ = e;
 }
 
 Conexion& QueryDesk::conexion() {
-    if (!conexion_)
+    if (entidad_.isEmpty())
         throw KorvenError(3709, QStringLiteral("La conexión no está abierta."),
                           QStringLiteral("QueryDesk.Main"));
-    return *conexion_;
+    return stores_.getDataConnectionByEntity(entidad_);
 }
 
 void QueryDesk::setSql(const QString& sql) {

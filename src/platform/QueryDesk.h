@@ -22,7 +22,7 @@ public:
 
     QString CadenaConexion() const { return cadena_; }
     void setCadenaConexion(const QString& c) { cadena_ = c; }
-    bool EstadoConexion() const { return conexion_ != nullptr; }
+    bool EstadoConexion() const { return !entidad_.isEmpty(); }
     // Throws KorvenError when the string names no store.
     Q_INVOKABLE void Conectar();
 
@@ -37,7 +37,9 @@ public:
 private:
     StoreDirectory& stores_;
     QString cadena_;
-    Conexion* conexion_ = nullptr;
+    // The entity reached; its connection is asked of the store directory at each use, so that
+    // closing every connection (as the hub does on leaving) leaves nothing dangling.
+    QString entidad_;
 };
 
 } // namespace korven

@@ -182,6 +182,13 @@ private Q_SLOTS:
         q.Conectar();
         QVERIFY(q.EstadoConexion());
         QCOMPARE(&q.conexion(), &s.getDataConnectionByEntity(QStringLiteral("INSUMOS")));
+        // Closing every connection leaves the desk usable: it reopens its store.
+        s.CloseAllDataConnection();
+        QVERIFY(q.EstadoConexion());
+        q.setSql(QStringLiteral("select 1 as uno"));
+        Recordset uno;
+        QVERIFY(q.CrearRs(uno));
+        QCOMPARE(EsNumero(uno.Fields(QStringLiteral("uno"))), 1.0);
         QueryDesk& otro = t.ctx().queryDesk(2);
         otro.setCadenaConexion(QStringLiteral("Data Source=planillas.mdb"));
         QVERIFY_THROWS_EXCEPTION(KorvenError, otro.Conectar());
