@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <QtTest>
 
 using namespace korven;
@@ -86,6 +87,24 @@ template <class W> W* Hijo(QWidget* f, const char* nombre) {
 QString Texto(QWidget* f, const char* nombre) {
     return Hijo<QLineEdit>(f, nombre)->text();
 }
+
+// The clients' book as the header uses it: in selection mode it hands a tax number back.
+class LibroGuionado : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool Seleccionar MEMBER seleccionar)
+    Q_PROPERTY(bool OrigenKorven MEMBER origenKorven)
+    Q_PROPERTY(QString Cliente_Cuit MEMBER cuit)
+public:
+    bool seleccionar = false;
+    bool origenKorven = false;
+    QString cuit;
+    QString elegir;
+    Q_INVOKABLE void SetDataConnection(QObject*) {}
+    Q_INVOKABLE void MostrarListado(QObject* formulario) {
+        if (seleccionar && origenKorven && formulario)
+            cuit = elegir;
+    }
+};
 
 // Shows the screen as the clerk gets it.
 void Mostrar(QWidget& f) {
@@ -488,6 +507,38 @@ void TestFrmCaratula::camposYListas() {
     CAMPO("TxtCuitAduana", "2020304050");
     QCOMPARE(Texto(&f, "TxtNombreadu"), QString());
     QCOMPARE(ts.dialogos().mensajes(), QStringList{"Cuit Invalido"});
+    // F6 lists the brokers and the vendors; the row chosen fills code and name.
+    auto elegirFila = [](const QString& pantalla, const QString& codigo) {
+        AlAbrirse(pantalla, [codigo](QWidget* w) {
+            auto* lst = w->findChild<QTreeWidget*>(QStringLiteral("Lst"));
+            const auto filas = lst->findItems(codigo, Qt::MatchExactly, 0);
+            QCOMPARE(filas.size(), 1);
+            lst->setCurrentItem(filas.first());
+            QTest::keyClick(lst, Qt::Key_Return);
+        });
+    };
+    elegirFila(QStringLiteral("FrmListadoDespachante"), QStringLiteral("27312345671"));
+    Hijo<QLineEdit>(&f, "TxtCuitAduana")->setFocus();
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "TxtCuitAduana"), QStringLiteral("27312345671"));
+    QCOMPARE(Texto(&f, "TxtNombreadu"), QStringLiteral("FERNANDEZ O'NEILL PATRICIA"));
+    elegirFila(QStringLiteral("FrmLstVendedores"), QStringLiteral("V003"));
+    Hijo<QLineEdit>(&f, "Txtidvendedor")->setFocus();
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "Txtidvendedor"), QStringLiteral("V003"));
+    QCOMPARE(Texto(&f, "TxtNombreven"), QStringLiteral("OFICINA CENTRAL"));
+    // F6 in the client's field chooses from the clients' book, and the look-up follows.
+    ts.dialogos().Limpiar();
+    ts.ctx().componentes().Registrar(QStringLiteral("ClientBook.Listing"), [](AppContext&) {
+        auto libro = std::make_unique<LibroGuionado>();
+        libro->elegir = QStringLiteral("30712345671");
+        return std::unique_ptr<QObject>(std::move(libro));
+    });
+    Hijo<QLineEdit>(&f, "TxtCUITCliente")->setFocus();
+    Tecla(Qt::Key_F6);
+    QCOMPARE(Texto(&f, "TxtCUITCliente"), QStringLiteral("30712345671"));
+    QCOMPARE(Texto(&f, "TxtNombre"), QStringLiteral("METALURGICA D'ANGELO HNOS S.R.L."));
+    QVERIFY(ts.dialogos().registro().isEmpty());
     // A new vendor is added from the header.
     ts.dialogos().Limpiar();
     ts.dialogos().ResponderSi();
