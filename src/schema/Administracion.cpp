@@ -8,7 +8,7 @@
 #include "schema/DialectoEsquema.h"
 #include "schema/Esquema.h"
 #include "schema/ImportadorCsv.h"
-#include "schema/InspectorEsquema.h"
+#include "schema/LectorEsquema.h"
 #include "schema/Migrador.h"
 #include "schema/OperacionesDemo.h"
 
@@ -329,12 +329,12 @@ int Administracion::Listar(const Opciones& o) {
     StoreDirectory stores;
     AbrirStores(stores, o);
     Conexion& c = stores.getDataConnectionByEntity(entidad);
-    if (!InspectorEsquema::ExisteTabla(c, nombre)) {
+    if (!LectorEsquema::ExisteTabla(c, nombre)) {
         err_ << QStringLiteral("La base de %1 no tiene la tabla %2.").arg(entidad, nombre)
              << Qt::endl;
         return Fallo;
     }
-    const QStringList existentes = InspectorEsquema::NombresColumnas(c, nombre);
+    const QStringList existentes = LectorEsquema::NombresColumnas(c, nombre);
     QStringList columnas;
     if (o.columnas.isEmpty()) {
         columnas = existentes;

@@ -1,4 +1,4 @@
-#include "schema/InspectorEsquema.h"
+#include "schema/LectorEsquema.h"
 
 #include "platform/ValueRules.h"
 
@@ -28,7 +28,7 @@ QHash<QString, QStringList> IndicesPg(Conexion& c, const QString& tabla, bool pr
 
 } // namespace
 
-QStringList InspectorEsquema::Tablas(Conexion& c) {
+QStringList LectorEsquema::Tablas(Conexion& c) {
     const QString sql =
         Pg(c) ? QStringLiteral("select table_name from information_schema.tables where "
                                "table_schema = current_schema() and table_type = 'BASE TABLE' "
@@ -41,7 +41,7 @@ QStringList InspectorEsquema::Tablas(Conexion& c) {
     return r;
 }
 
-bool InspectorEsquema::ExisteTabla(Conexion& c, const QString& tabla) {
+bool LectorEsquema::ExisteTabla(Conexion& c, const QString& tabla) {
     const QString sql =
         Pg(c) ? QStringLiteral("select count(*) from information_schema.tables where "
                                "table_schema = current_schema() and table_name = ?")
@@ -51,7 +51,7 @@ bool InspectorEsquema::ExisteTabla(Conexion& c, const QString& tabla) {
     return !rs.Eof() && EsNumero(rs.Fields(0)) > 0;
 }
 
-QList<QPair<QString, QString>> InspectorEsquema::Columnas(Conexion& c, const QString& tabla) {
+QList<QPair<QString, QString>> LectorEsquema::Columnas(Conexion& c, const QString& tabla) {
     const QString sql =
         Pg(c) ? QStringLiteral("select column_name, data_type from information_schema.columns "
                                "where table_schema = current_schema() and table_name = ? "
@@ -63,14 +63,14 @@ QList<QPair<QString, QString>> InspectorEsquema::Columnas(Conexion& c, const QSt
     return r;
 }
 
-QStringList InspectorEsquema::NombresColumnas(Conexion& c, const QString& tabla) {
+QStringList LectorEsquema::NombresColumnas(Conexion& c, const QString& tabla) {
     QStringList r;
     for (const auto& p : Columnas(c, tabla))
         r << p.first;
     return r;
 }
 
-QHash<QString, QStringList> InspectorEsquema::Indices(Conexion& c, const QString& tabla) {
+QHash<QString, QStringList> LectorEsquema::Indices(Conexion& c, const QString& tabla) {
     if (Pg(c))
         return IndicesPg(c, tabla, false);
     QHash<QString, QStringList> r;
@@ -89,7 +89,7 @@ QHash<QString, QStringList> InspectorEsquema::Indices(Conexion& c, const QString
     return r;
 }
 
-QStringList InspectorEsquema::ClavePrimaria(Conexion& c, const QString& tabla) {
+QStringList LectorEsquema::ClavePrimaria(Conexion& c, const QString& tabla) {
     if (Pg(c)) {
         const QHash<QString, QStringList> pk = IndicesPg(c, tabla, true);
         return pk.isEmpty() ? QStringList{} : pk.cbegin().value();

@@ -10,7 +10,7 @@ namespace korven::schema {
 // What a store holds, as the engine's own catalogue tells it (not as the catalogue of the
 // program says it should be). Names come in lower case. On PostgreSQL only the schema in use
 // (search_path) is looked at.
-class InspectorEsquema {
+class LectorEsquema {
 public:
     static QStringList Tablas(Conexion& c);
     static bool ExisteTabla(Conexion& c, const QString& tabla);

@@ -5,13 +5,13 @@
 #include "platform/ValueRules.h"
 #include "schema/Catalogo.h"
 #include "schema/DialectoEsquema.h"
-#include "schema/InspectorEsquema.h"
+#include "schema/LectorEsquema.h"
 
 namespace korven::schema {
 
 int Migrador::Version(const QString& entidad) {
     Conexion& c = stores_.getDataConnectionByEntity(entidad);
-    if (!InspectorEsquema::ExisteTabla(c, Catalogo::TablaVersion()))
+    if (!LectorEsquema::ExisteTabla(c, Catalogo::TablaVersion()))
         return 0;
     Recordset rs = c.Abrir(QStringLiteral("select version from ") + Catalogo::TablaVersion() +
                                QStringLiteral(" where entidad = ?"),
@@ -65,14 +65,14 @@ void Migrador::CrearEnVersion(const QString& entidad, int version) {
 // Makes what the store lacks of the given version: the missing tables, the missing columns of
 // tables already there, the missing indexes. What the store has beyond that stays.
 void Migrador::Adoptar(Conexion& c, const QString& entidad, int version) {
-    const QStringList existentes = InspectorEsquema::Tablas(c);
+    const QStringList existentes = LectorEsquema::Tablas(c);
     for (const DefTabla* t : Catalogo::TablasDe(entidad)) {
         if (t->desde > version)
             continue;
         if (!existentes.contains(t->nombre)) {
             c.Ejecutar(DialectoEsquema::CrearTabla(*t, c.motor(), version));
         } else {
-            const QStringList tiene = InspectorEsquema::NombresColumnas(c, t->nombre);
+            const QStringList tiene = LectorEsquema::NombresColumnas(c, t->nombre);
             for (const DefColumna& col : t->columnas)
                 if (col.desde <= version && !tiene.contains(col.nombre))
                     c.Ejecutar(DialectoEsquema::AgregarColumna(*t, col, c.motor()));
@@ -95,7 +95,7 @@ void Migrador::AplicarPaso(Conexion& c, const QString& entidad, int paso) {
                 if (col.desde != paso)
                     continue;
                 if (!leidas) {
-                    tiene = InspectorEsquema::NombresColumnas(c, t->nombre);
+                    tiene = LectorEsquema::NombresColumnas(c, t->nombre);
                     leidas = true;
                 }
                 if (!tiene.contains(col.nombre))

@@ -3,7 +3,7 @@
 #include "schema/Catalogo.h"
 #include "schema/DialectoEsquema.h"
 #include "schema/Esquema.h"
-#include "schema/InspectorEsquema.h"
+#include "schema/LectorEsquema.h"
 #include "schema/Migrador.h"
 #include "support/TestStores.h"
 
@@ -37,17 +37,17 @@ QStringList Descripcion(Conexion& c, const QString& entidad) {
     QStringList r;
     for (const DefTabla* t : Catalogo::TablasDe(entidad)) {
         QStringList cols;
-        for (const auto& p : InspectorEsquema::Columnas(c, t->nombre))
+        for (const auto& p : LectorEsquema::Columnas(c, t->nombre))
             cols << p.first + QLatin1Char(' ') + p.second;
         r << t->nombre + QStringLiteral(": ") + cols.join(QStringLiteral(", "));
-        const QHash<QString, QStringList> ix = InspectorEsquema::Indices(c, t->nombre);
+        const QHash<QString, QStringList> ix = LectorEsquema::Indices(c, t->nombre);
         QStringList nombres = ix.keys();
         nombres.sort();
         for (const QString& n : nombres)
             r << QStringLiteral("  index ") + n + QStringLiteral(" (") +
                      ix.value(n).join(QLatin1Char(',')) + QLatin1Char(')');
         r << QStringLiteral("  pk (") +
-                 InspectorEsquema::ClavePrimaria(c, t->nombre).join(QLatin1Char(',')) +
+                 LectorEsquema::ClavePrimaria(c, t->nombre).join(QLatin1Char(',')) +
                  QLatin1Char(')');
     }
     return r;
@@ -202,25 +202,25 @@ private Q_SLOTS:
         for (const QString& e : StoreDirectory::Entidades()) {
             QCOMPARE(VersionDe(t.stores(), e), VersionActual());
             Conexion& c = t.conexion(e);
-            const QStringList hay = InspectorEsquema::Tablas(c);
+            const QStringList hay = LectorEsquema::Tablas(c);
             QVERIFY(hay.contains(Catalogo::TablaVersion()));
             for (const DefTabla* d : Catalogo::TablasDe(e)) {
                 QVERIFY2(hay.contains(d->nombre), qPrintable(e + "." + d->nombre));
                 QList<QPair<QString, QString>> esperadas;
                 for (const DefColumna& col : d->columnas)
                     esperadas << qMakePair(col.nombre, TipoEsperado(col.tipo, m));
-                QCOMPARE(InspectorEsquema::Columnas(c, d->nombre), esperadas);
-                const QHash<QString, QStringList> ix = InspectorEsquema::Indices(c, d->nombre);
+                QCOMPARE(LectorEsquema::Columnas(c, d->nombre), esperadas);
+                const QHash<QString, QStringList> ix = LectorEsquema::Indices(c, d->nombre);
                 QCOMPARE(ix.size(), static_cast<qsizetype>(d->indices.size()));
                 for (const DefIndice& i : d->indices)
                     QCOMPARE(ix.value(i.nombre), i.columnas);
-                QCOMPARE(InspectorEsquema::ClavePrimaria(c, d->nombre), d->clavePrimaria);
+                QCOMPARE(LectorEsquema::ClavePrimaria(c, d->nombre), d->clavePrimaria);
             }
         }
-        QCOMPARE(InspectorEsquema::ClavePrimaria(t.conexion(QStringLiteral("INTERNOS")),
+        QCOMPARE(LectorEsquema::ClavePrimaria(t.conexion(QStringLiteral("INTERNOS")),
                                                  QStringLiteral("interno")),
                  QStringList{QStringLiteral("interno")});
-        QCOMPARE(InspectorEsquema::ClavePrimaria(t.conexion(QStringLiteral("PERSONAL")),
+        QCOMPARE(LectorEsquema::ClavePrimaria(t.conexion(QStringLiteral("PERSONAL")),
                                                  QStringLiteral("tabla")),
                  QStringList{QStringLiteral("idlin")});
     }
@@ -299,8 +299,8 @@ private Q_SLOTS:
         Conexion& c = t.conexion(QStringLiteral("INTERNOS"));
         QCOMPARE(VersionDe(t.stores(), QStringLiteral("SYSTABLAS")), desde);
         if (desde < 2)
-            QVERIFY(InspectorEsquema::Indices(c, QStringLiteral("subitems")).isEmpty());
-        QVERIFY(!InspectorEsquema::NombresColumnas(c, QStringLiteral("subitems"))
+            QVERIFY(LectorEsquema::Indices(c, QStringLiteral("subitems")).isEmpty());
+        QVERIFY(!LectorEsquema::NombresColumnas(c, QStringLiteral("subitems"))
                      .contains(QStringLiteral("idext")));
         c.Ejecutar(QStringLiteral("insert into subitems (id, interno, ncm, fob) values (1, "
                                   "'A-1', '8471.30.12.100B', 1500.25)"));
@@ -333,15 +333,15 @@ private Q_SLOTS:
         CrearOActualizar(t.stores());
         const DefTabla* d = Catalogo::Tabla(QStringLiteral("clientes"));
         QStringList esperadas = d->NombresColumnas();
-        QCOMPARE(InspectorEsquema::NombresColumnas(c, QStringLiteral("clientes")).size(),
+        QCOMPARE(LectorEsquema::NombresColumnas(c, QStringLiteral("clientes")).size(),
                  esperadas.size());
         for (const QString& col : esperadas)
-            QVERIFY2(InspectorEsquema::NombresColumnas(c, QStringLiteral("clientes")).contains(col),
+            QVERIFY2(LectorEsquema::NombresColumnas(c, QStringLiteral("clientes")).contains(col),
                      qPrintable(col));
         QCOMPARE(EsNull(c.Escalar(QStringLiteral("select nombre from clientes where cuit = "
                                                  "'30712345679'"))),
                  QStringLiteral("Casa D'Onofrio"));
-        QVERIFY(InspectorEsquema::ExisteTabla(c, QStringLiteral("vendedor")));
+        QVERIFY(LectorEsquema::ExisteTabla(c, QStringLiteral("vendedor")));
     }
 
     // A store newer than the program is refused with its message and left alone.
