@@ -473,6 +473,21 @@ void TestFrmCaratula::camposYListas() {
     QCOMPARE(Texto(&f, "Txtsegurodivisas"), QStringLiteral("06,43"));
     Tecla(Qt::Key_Return);
     QCOMPARE(Texto(&f, "TxtPorc"), QStringLiteral("01,00"));
+    // A value to prorate joins the base: (1084.51 + 200 + 100) x 1% = 13.85; 6.925 -> 6.93.
+    // Leaving the field reformats it and computes again: the dollars are 13.85 once more and
+    // the currency value, unchanged, does not bring them back to 6.93 x 2.
+    CAMPO("TxtProrratear", "100");
+    QCOMPARE(Texto(&f, "TxtProrratear"), QStringLiteral("100,00"));
+    QCOMPARE(Texto(&f, "Txtsegurodivisas"), QStringLiteral("06,93"));
+    QCOMPARE(Texto(&f, "TxtDolSeguro"), QStringLiteral("13,85"));
+    // Enter in the FOB keeps the adjustment to include and the value to prorate in step with
+    // it, and the insurance follows: (1084.51 + 200 + 1000) x 1% = 22.85; 11.425 -> 11.43.
+    CAMPO("TxtAjustIncluir", "5");
+    Hijo<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
+    CAMPO("Txtfobdivisas", "1000");
+    QCOMPARE(Texto(&f, "TxtAjustIncluir"), QStringLiteral("1000"));
+    QCOMPARE(Texto(&f, "TxtProrratear"), QStringLiteral("1000"));
+    QCOMPARE(Texto(&f, "Txtsegurodivisas"), QStringLiteral("11,43"));
     // The temporary motives of imports hand over the code and the days of the term.
     Hijo<QLineEdit>(&f, "Txtmotdestsusp")->setFocus();
     ElegirEnListado(QStringLiteral("D1439/96-AI"));
