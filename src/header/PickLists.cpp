@@ -79,7 +79,7 @@ QString PickLists::TablaONCCA(const QString& lista) {
     if (l == QStringLiteral("elaborador"))
         return QStringLiteral("oncca_elaborador");
     if (l == QStringLiteral("especie"))
-        return QStringLiteral("oncca_especie");
+        return QStringLiteral("oncca_ganado");
     if (l == QStringLiteral("faneador"))
         return QStringLiteral("oncca_faneador");
     if (l == QStringLiteral("mecoorgbio"))

@@ -194,7 +194,7 @@ std::vector<DefTabla> Definir() {
     t.push_back(Def(S, "hval", "interno", "", {"interno"}));
     t.push_back(Def(S, "hvalexp", "interno", "", {"interno"}));
     // The ONCCA code lists behind the list dialogs of the header and the goods lines.
-    for (const char* m : {"oncca_acuerdo", "oncca_categoria", "oncca_elaborador", "oncca_especie",
+    for (const char* m : {"oncca_acuerdo", "oncca_categoria", "oncca_elaborador", "oncca_ganado",
                           "oncca_faneador", "oncca_mecoorgbio", "oncca_res3106", "oncca_sispro"})
         t.push_back(Def(S, m, "id descripcion", "id", {"id"}));
     // Cuts depend on the category and, when ncm is not empty, on the position.

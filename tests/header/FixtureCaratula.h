@@ -57,7 +57,7 @@ inline void PrepararCaratula(TestStores& ts) {
                  "insert into oncca_cortes (categoria,id,descripcion,ncm) values "
                  "('NOV','C1','LOMO','0201.30.00'),('VAC','C2','BIFE','0202.30.00')",
                  "insert into oncca_elaborador (id,descripcion) values ('E1','FRIGORIFICO SUR')",
-                 "insert into oncca_especie (id,descripcion) values ('BOV','BOVINA')",
+                 "insert into oncca_ganado (id,descripcion) values ('BOV','BOVINA')",
                  "insert into oncca_faneador (id,descripcion) values ('F1','FANEADOR NORTE'),"
                  "('F2','FANEADOR OESTE')",
                  "insert into oncca_mecoorgbio (id,descripcion) values ('ORG','ORGANICO')",
