@@ -142,6 +142,20 @@ QString FrmDetalleInterno::RutaInsumos() const {
                         Qt::CaseInsensitive);
 }
 
+// The supplies store rides on the second desk of the process, connected at its first use and
+// kept open; the operations store on the hand-off's own desk.
+QueryDesk& FrmDetalleInterno::ConectarDesks(QueryDesk& operaciones) {
+    QueryDesk& insumos = ctx_.queryDesk(1);
+    if (!insumos.EstadoConexion()) {
+        insumos.setCadenaConexion(CadenaConexion(RutaInsumos()));
+        insumos.Conectar();
+    }
+    operaciones.setCadenaConexion(CadenaConexion(ctx_.settings().GetSetting(
+        QStringLiteral("KORVEN"), QStringLiteral("BASES"), QStringLiteral("INTERNO"))));
+    operaciones.Conectar();
+    return insumos;
+}
+
 void FrmDetalleInterno::AbrirPantalla(const QString& nombre, const QVariantMap& args,
                                       const QString& seccion) {
     try {
@@ -239,16 +253,9 @@ void FrmDetalleInterno::CmdTransMaria() {
 
 void FrmDetalleInterno::cmdPrint() {
     try {
-        QueryDesk insumos(ctx_.stores());
-        QueryDesk operaciones(ctx_.stores());
         std::unique_ptr<QObject> impresion = Componente(QStringLiteral("SupplyLink.Main"));
-        if (!insumos.EstadoConexion()) {
-            insumos.setCadenaConexion(CadenaConexion(RutaInsumos()));
-            insumos.Conectar();
-        }
-        operaciones.setCadenaConexion(CadenaConexion(ctx_.settings().GetSetting(
-            QStringLiteral("KORVEN"), QStringLiteral("BASES"), QStringLiteral("INTERNO"))));
-        operaciones.Conectar();
+        QueryDesk operaciones(ctx_.stores());
+        QueryDesk& insumos = ConectarDesks(operaciones);
         Conexion& cx = ctx_.stores().getDataConnectionByEntity(kInternos);
         const QString subregimen =
             EsNull(cx.Escalar(QStringLiteral("select descripcion from sta where id = ") +
@@ -341,15 +348,10 @@ void FrmDetalleInterno::cmdExportar() {
 
 void FrmDetalleInterno::cmdExportINS() {
     try {
-        QueryDesk insumos(ctx_.stores());
-        QueryDesk operaciones(ctx_.stores());
         if (!insumosTemporales_)
             insumosTemporales_ = Componente(QStringLiteral("SupplyTemporary.Main"));
-        insumos.setCadenaConexion(CadenaConexion(RutaInsumos()));
-        insumos.Conectar();
-        operaciones.setCadenaConexion(CadenaConexion(ctx_.settings().GetSetting(
-            QStringLiteral("KORVEN"), QStringLiteral("BASES"), QStringLiteral("INTERNO"))));
-        operaciones.Conectar();
+        QueryDesk operaciones(ctx_.stores());
+        QueryDesk& insumos = ConectarDesks(operaciones);
         Conexion& cx = ctx_.stores().getDataConnectionByEntity(kInternos);
         const QString idaduana = EsNull(cx.Escalar(
             QStringLiteral("select idaduana from caratula where interno = ") + SqlTexto(interno_)));

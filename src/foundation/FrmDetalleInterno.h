@@ -16,6 +16,7 @@ namespace korven {
 
 class AppContext;
 class KorvenError;
+class QueryDesk;
 
 // The hub of one open Operation: who and what it is, how far it has come (VerDatos), its
 // options for the item assembly, and the way into every piece of its work. It is opened under
@@ -65,6 +66,7 @@ private:
     std::unique_ptr<QObject> Componente(const QString& nombre);
     QString CadenaConexion(const QString& ruta) const;
     QString RutaInsumos() const;
+    QueryDesk& ConectarDesks(QueryDesk& operaciones);
 
     std::unique_ptr<Ui::FrmDetalleInterno> ui;
     AppContext& ctx_;
