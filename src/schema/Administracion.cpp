@@ -11,6 +11,7 @@
 #include "schema/LectorEsquema.h"
 #include "schema/Migrador.h"
 #include "schema/OperacionesDemo.h"
+#include "schema/Unificador.h"
 
 #include <QDate>
 #include <QDir>
@@ -67,6 +68,10 @@ QString Administracion::TextoAyuda() {
         "              --columnas a,b,c   --limite N   --entidad E (tablas fuera del esquema)\n"
         "  estado      Muestra la versión del esquema de cada base; sale con 1 si alguna no\n"
         "              está al día.\n"
+        "  unificar    Une las bases del formato anterior, un archivo SQLite por base\n"
+        "              (internos.db, systablas.db, ...), en el archivo único korven.db de la\n"
+        "              misma carpeta. Todo o nada: si algo falla, no queda korven.db y los\n"
+        "              archivos anteriores no se tocan.\n"
         "  ayuda       Muestra este texto.\n"
         "\n"
         "Opciones de todas las órdenes:\n"
@@ -171,6 +176,8 @@ int Administracion::Ejecutar(const QStringList& argumentos) {
             return Listar(o);
         if (orden == QLatin1String("estado"))
             return Estado(o);
+        if (orden == QLatin1String("unificar"))
+            return Unificar(o);
         err_ << QStringLiteral("Orden desconocida: %1").arg(argumentos.first()) << Qt::endl
              << QStringLiteral("Use \"korven-admin ayuda\" para ver las órdenes.") << Qt::endl;
         return Uso;
@@ -393,6 +400,39 @@ int Administracion::Listar(const Opciones& o) {
     for (const QStringList& f : filas)
         linea(f);
     out_ << QStringLiteral("(%1 filas)").arg(filas.size()) << Qt::endl;
+    return Correcto;
+}
+
+int Administracion::Unificar(const Opciones& o) {
+    if (!o.posicionales.isEmpty()) {
+        err_ << QStringLiteral("unificar no lleva argumentos: %1").arg(o.posicionales.join(' '))
+             << Qt::endl;
+        return Uso;
+    }
+    StoreDirectory stores;
+    AbrirStores(stores, o);
+    const QString destino = stores.ArchivoSQLite(StoreDirectory::Entidades().first());
+    for (const QString& e : StoreDirectory::Entidades())
+        if (destino.isEmpty() || stores.ArchivoSQLite(e) != destino) {
+            err_ << QStringLiteral("unificar necesita una configuración con todas las bases en "
+                                   "un solo archivo SQLite.")
+                 << Qt::endl;
+            return Fallo;
+        }
+    const auto unidos = Unificador(QFileInfo(destino).absolutePath(), destino).Unificar();
+    int tablas = 0;
+    QStringList archivos;
+    for (const auto& [archivo, n] : unidos) {
+        archivos << archivo;
+        tablas += n;
+    }
+    out_ << QStringLiteral("Bases unificadas en %1: %2 (%3 tablas).")
+                .arg(QDir::toNativeSeparators(destino), archivos.join(QStringLiteral(", ")))
+                .arg(tablas)
+         << Qt::endl
+         << QStringLiteral("Los archivos anteriores quedan como estaban; guárdelos como respaldo "
+                           "o bórrelos.")
+         << Qt::endl;
     return Correcto;
 }
 

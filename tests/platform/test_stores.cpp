@@ -164,14 +164,14 @@ private Q_SLOTS:
         StoreDirectory& s = t.stores();
         Conexion& internos = s.getDataConnectionByEntity(QStringLiteral("INTERNOS"));
         Conexion& ncm = s.getDataConnectionByEntity(QStringLiteral("ncm"));
-        QCOMPARE(&internos == &ncm, static_cast<Motor>(motor) == Motor::PostgreSQL);
+        QCOMPARE(&internos, &ncm);
         QCOMPARE(&internos, &s.getDataConnectionByEntity(QStringLiteral("INTERNOS")));
         QCOMPARE(s.getDataConnectionTAG(), static_cast<Motor>(motor) == Motor::PostgreSQL
                                                ? QStringLiteral("POSTGRESQL")
                                                : QStringLiteral("SQLITE"));
         if (static_cast<Motor>(motor) == Motor::SQLite)
             QCOMPARE(s.ArchivoSQLite(QStringLiteral("ESTADO")),
-                     t.directorio() + QStringLiteral("db/estados.db"));
+                     t.directorio() + QStringLiteral("db/korven.db"));
         QVERIFY_THROWS_EXCEPTION(KorvenError,
                                  s.getDataConnectionByEntity(QStringLiteral("NOEXISTE")));
         // QueryDesk reaches the store a legacy connection string names.
