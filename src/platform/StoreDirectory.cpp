@@ -165,15 +165,33 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
         }
         QDir().mkpath(carpeta);
         db.setDatabaseName(archivo);
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
+        // A busy store is waited for a few seconds (BUSYTIMEOUT, in milliseconds) before the
+        // action is refused.
+        bool ok = false;
+        int espera = p.value(QStringLiteral("BUSYTIMEOUT")).toInt(&ok);
+        if (!ok || espera < 0)
+            espera = 5000;
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(espera));
     }
     if (!db.open()) {
         const QSqlError e = db.lastError();
         db = QSqlDatabase();
         cx.reset();
-        throw KorvenError(e.nativeErrorCode().toInt() ? e.nativeErrorCode().toInt() : 3044,
-                          QStringLiteral("No se puede abrir la base de datos de %1: %2")
-                              .arg(entidad, e.text().trimmed()),
+        const int numero = e.nativeErrorCode().toInt() ? e.nativeErrorCode().toInt() : 3044;
+        const QString detalle =
+            (e.databaseText().isEmpty() ? e.text() : e.databaseText()).simplified();
+        if (pg)
+            throw KorvenError(
+                numero,
+                QStringLiteral("No se puede conectar con el servidor de la base de "
+                               "datos de %1 (%2, usuario %3). Verifique que el "
+                               "servidor esté en marcha y que DataAccessConfig.ini "
+                               "lo indique bien. Detalle: %4")
+                    .arg(entidad, Ubicacion(entidad), p.value(QStringLiteral("USER")), detalle),
+                QStringLiteral("StoreDirectory"));
+        throw KorvenError(numero,
+                          QStringLiteral("No se puede abrir la base de datos de %1 (%2): %3")
+                              .arg(entidad, Ubicacion(entidad), detalle),
                           QStringLiteral("StoreDirectory"));
     }
     QSqlQuery q(db);

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <optional>
 
 using namespace korven;
 using namespace korven::schema;
@@ -18,6 +19,26 @@ namespace {
 
 const QString kInternos = QStringLiteral("INTERNOS");
 const QString kNcm = QStringLiteral("NCM");
+
+void Escribir(const QString& ruta, const QByteArray& contenido) {
+    QFile f(ruta);
+    if (!f.open(QIODevice::WriteOnly))
+        qFatal("No se puede escribir %s", qPrintable(ruta));
+    f.write(contenido);
+}
+
+// The rows of a query, each as its values joined by "|" (NULL as "-").
+QStringList Filas(Conexion& c, const QString& sql) {
+    QStringList r;
+    Recordset rs = c.Abrir(sql);
+    for (; !rs.Eof(); rs.MoveNext()) {
+        QStringList f;
+        for (int i = 0; i < rs.Campos().size(); ++i)
+            f << (rs.Fields(i).isNull() ? QStringLiteral("-") : rs.Fields(i).toString());
+        r << f.join(QLatin1Char('|'));
+    }
+    return r;
+}
 
 int Contar(Conexion& c, const QString& tabla) {
     return static_cast<int>(EsNumero(c.Escalar(QStringLiteral("select count(*) from ") + tabla)));
@@ -171,6 +192,150 @@ private Q_SLOTS:
                  Administracion::Fallo);
         QCOMPARE(errores, QStringLiteral("Error 3051: Ya existe %1korven.db: no se unificó nada.\n")
                               .arg(QDir::toNativeSeparators(db)));
+    }
+
+    // A second workstation writing while the first holds the store waits, then is told in
+    // Spanish (SQLite: busy; PostgreSQL: the server undid a crossing action).
+    void ocupada_data() { test::FilasDeMotores(); }
+    void ocupada() {
+        MOTOR_O_SALTAR();
+        TestStores t(static_cast<Motor>(motor));
+        const bool sqlite = static_cast<Motor>(motor) == Motor::SQLite;
+        if (sqlite)
+            t.AgregarConfiguracion(QStringLiteral("[DEFAULT]\nBUSYTIMEOUT=200\n"));
+        Conexion& c = t.conexion(kInternos);
+        c.Ejecutar(QStringLiteral("create table uno (x integer primary key, v integer)"));
+        c.Ejecutar(QStringLiteral("insert into uno values (1, 0)"));
+        StoreDirectory otra;
+        otra.setParametersPath(t.directorio() + QStringLiteral("DataAccessConfig.ini"));
+        otra.LoadParameters();
+        Conexion& c2 = otra.getDataConnectionByEntity(kInternos);
+        std::optional<Transaccion> primera;
+        if (sqlite) {
+            primera.emplace(t.stores(), QStringList{kInternos});
+            c.Ejecutar(QStringLiteral("update uno set v = 1"));
+        }
+        try {
+            Transaccion segunda(otra, {kInternos});
+            if (!sqlite) {
+                c2.Ejecutar(QStringLiteral("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ"));
+                c2.Escalar(QStringLiteral("select v from uno"));
+                c.Ejecutar(QStringLiteral("update uno set v = 1"));
+                c2.Ejecutar(QStringLiteral("update uno set v = 2"));
+            }
+            QFAIL("la segunda estación debía recibir el error");
+        } catch (const KorvenError& e) {
+            QCOMPARE(e.numero(), sqlite ? 5 : 40001);
+            QCOMPARE(e.descripcion(),
+                     sqlite ? QStringLiteral("La base de datos está ocupada por otra estación de "
+                                             "trabajo y no se liberó a tiempo; la acción no se "
+                                             "hizo. Inténtelo de nuevo en unos momentos.")
+                            : QStringLiteral("Otra estación de trabajo modificó los mismos datos "
+                                             "al mismo tiempo; la acción se deshizo. Inténtelo de "
+                                             "nuevo."));
+        }
+        primera.reset();
+        // The first workstation's write stands; the second, retried, goes through.
+        QCOMPARE(Filas(c, QStringLiteral("select v from uno")), QStringList{"1"});
+        {
+            Transaccion segunda(otra, {kInternos});
+            c2.Ejecutar(QStringLiteral("update uno set v = 2"));
+        }
+        QCOMPARE(Filas(c, QStringLiteral("select v from uno")), QStringList{"2"});
+    }
+
+    // isnumeric answers 1 or 0 on both engines, as the system's SQL compares it; a PostgreSQL
+    // database made with the boolean form gets the new one when a connection opens.
+    void isnumeric_data() { test::FilasDeMotores(); }
+    void isnumeric() {
+        MOTOR_O_SALTAR();
+        TestStores t(static_cast<Motor>(motor));
+        if (static_cast<Motor>(motor) == Motor::PostgreSQL) {
+            Conexion& c = t.conexion(kInternos);
+            c.Ejecutar(QStringLiteral("DROP FUNCTION isnumeric(text)"));
+            c.Ejecutar(QStringLiteral("DROP FUNCTION isnumeric(double precision)"));
+            c.Ejecutar(QStringLiteral("CREATE FUNCTION isnumeric(text) RETURNS boolean LANGUAGE "
+                                      "sql AS $$ SELECT $1 ~ '^[0-9]+$' $$"));
+            c.Ejecutar(QStringLiteral("CREATE FUNCTION isnumeric(double precision) RETURNS "
+                                      "boolean LANGUAGE sql AS $$ SELECT $1 IS NOT NULL $$"));
+            t.stores().CloseAllDataConnection();
+        }
+        Conexion& c = t.conexion(kInternos);
+        c.Ejecutar(QStringLiteral("create table subitems (interno text, id integer, insumostemp "
+                                  "double precision)"));
+        c.Ejecutar(QStringLiteral("insert into subitems values ('A', 1, NULL), ('A', 2, 5.5), "
+                                  "('B', 1, NULL)"));
+        QCOMPARE(c.Ejecutar(QStringLiteral("update subitems set insumostemp = 0 where "
+                                           "ISNUMERIC(insumostemp)=0 and interno = 'A'")),
+                 1);
+        QCOMPARE(Filas(c, QStringLiteral("select interno, id, insumostemp from subitems order by "
+                                         "interno, id")),
+                 (QStringList{"A|1|0", "A|2|5.5", "B|1|-"}));
+        c.Ejecutar(QStringLiteral("create table item (id integer, interno text, ajusteded text)"));
+        c.Ejecutar(QStringLiteral("insert into item values (0, 'A', '9'), (1, 'A', '12.5'), "
+                                  "(2, 'A', 'abc'), (3, 'A', ''), (4, 'A', NULL), (5, 'A', ' -3 "
+                                  "'), (1, 'B', '7')"));
+        QCOMPARE(Filas(c, QStringLiteral("select ajusteded as total from item where "
+                                         "isnumeric(ajusteded)<>0 and id<>0 and interno = 'A'")),
+                 (QStringList{"12.5", " -3 "}));
+    }
+
+    // The importer reads UTF-8, takes a file that is not UTF-8 as Latin-1 and says so, and
+    // rejects a number that is not written with the store's point.
+    void importar_data() {
+        QTest::addColumn<int>("motor");
+        QTest::addColumn<QByteArray>("archivo");
+        QTest::addColumn<int>("codigo");
+        QTest::addColumn<QStringList>("salida");
+        QTest::addColumn<QStringList>("filas");
+        const QByteArray cabeza("id,descripcion,dias,impexpo\n");
+        for (int m : {static_cast<int>(Motor::SQLite), static_cast<int>(Motor::PostgreSQL)}) {
+            const char* n = m == static_cast<int>(Motor::SQLite) ? "sqlite" : "postgresql";
+            QTest::addRow("%s utf-8", n)
+                << m << cabeza + QString::fromUtf8("A1,Depósito,30,I\nA2,Tránsito,2.5,E\n").toUtf8()
+                << 0
+                << QStringList{"Tabla mottmp: 2 filas leídas, 2 válidas, 0 rechazadas.",
+                               "Filas importadas en mottmp: 2."}
+                << QStringList{QString::fromUtf8("A1|Depósito|30|I"),
+                               QString::fromUtf8("A2|Tránsito|2.5|E")};
+            QTest::addRow("%s latin-1", n)
+                << m << cabeza + QString::fromUtf8("A1,Depósito,30,I\n").toLatin1() << 0
+                << QStringList{"El archivo %1 no está en UTF-8: se leyó como Latin-1.",
+                               "Tabla mottmp: 1 filas leídas, 1 válidas, 0 rechazadas.",
+                               "Filas importadas en mottmp: 1."}
+                << QStringList{QString::fromUtf8("A1|Depósito|30|I")};
+            QTest::addRow("%s números", n)
+                << m << cabeza + "A1,uno,abc,I\nA2,dos,\"1,5\",I\nA3,tres,nan,I\nA4,cuatro,7,I\n"
+                << 1
+                << QStringList{"Tabla mottmp: 4 filas leídas, 1 válidas, 3 rechazadas.",
+                               "  línea 2: Valor no numérico en la columna dias: 'abc'",
+                               "  línea 3: Valor no numérico en la columna dias: '1,5'",
+                               "  línea 4: Valor no numérico en la columna dias: 'nan'"}
+                << QStringList{};
+        }
+    }
+    void importar() {
+        MOTOR_O_SALTAR();
+        QFETCH(QByteArray, archivo);
+        QFETCH(int, codigo);
+        QFETCH(QStringList, salida);
+        QFETCH(QStringList, filas);
+        TestStores t(static_cast<Motor>(motor));
+        Migrador(t.stores()).Actualizar(QStringLiteral("SYSTABLAS"));
+        const QString csv = t.directorio() + QStringLiteral("mottmp.csv");
+        Escribir(csv, archivo);
+        t.AgregarConfiguracion({});
+        QString out, err;
+        QCOMPARE(Admin(t.directorio(), {QStringLiteral("importar"), QStringLiteral("mottmp"), csv},
+                       &out, &err),
+                 codigo);
+        if (!salida.isEmpty() && salida.first().contains(QStringLiteral("%1")))
+            salida.first() = salida.first().arg(QDir::toNativeSeparators(csv));
+        QCOMPARE(out.split(QLatin1Char('\n'), Qt::SkipEmptyParts), salida);
+        QCOMPARE(Filas(t.conexion(QStringLiteral("SYSTABLAS")),
+                       QStringLiteral("select id, descripcion, dias, impexpo from mottmp order by "
+                                      "id")),
+                 filas);
     }
 };
 
