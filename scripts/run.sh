@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and starts the program on its embedded stores: the SQLite
-# files in build/src/app/db/, created with the reference data and the demo Operations the first
+# file build/src/app/db/korven.db, created with the reference data and the demo Operations the first
 # time (when the folder is empty).
 set -euo pipefail
 cd "$(dirname "$0")/.."

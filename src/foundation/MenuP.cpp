@@ -98,6 +98,28 @@ MenuP::MenuP(AppContext& ctx, std::function<void(int)> finDelProceso, QWidget* p
     fila(QStringLiteral("Versión:"), lbVersion_);
     fila(QStringLiteral("Fecha:"), lbFechaKorven_);
     fila(QStringLiteral("Nomenclador:"), lbNomenclador_);
+    // Which stores this workstation works on: the SQLite file, or the PostgreSQL server and
+    // database; one line per place when the configuration splits them.
+    auto* lbBases = new QLabel(this);
+    lbBases->setObjectName(QStringLiteral("lbBases"));
+    lbBases->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    {
+        QStringList lugares;
+        QHash<QString, QStringList> entidades;
+        for (const QString& e : StoreDirectory::Entidades()) {
+            const QString u = ctx_.stores().Ubicacion(e);
+            if (!entidades.contains(u))
+                lugares << u;
+            entidades[u] << e;
+        }
+        QStringList lineas;
+        for (const QString& u : lugares)
+            lineas << (lugares.size() == 1 ? u
+                                           : QStringLiteral("%1: %2").arg(
+                                                 entidades.value(u).join(QLatin1Char(',')), u));
+        lbBases->setText(lineas.join(QLatin1Char('\n')));
+    }
+    fila(QStringLiteral("Bases:"), lbBases);
 
     auto* grillas = new QHBoxLayout;
     grillas->addWidget(grdMenuMain_, 3);

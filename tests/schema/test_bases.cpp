@@ -5,9 +5,12 @@
 #include "schema/Migrador.h"
 #include "support/TestStores.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTest>
 #include <optional>
 
@@ -336,6 +339,70 @@ private Q_SLOTS:
                        QStringLiteral("select id, descripcion, dias, impexpo from mottmp order by "
                                       "id")),
                  filas);
+    }
+
+    // korven-admin on an office server: a missing database is made when the role may; a server
+    // that cannot be reached is named.
+    void servidor_data() {
+        QTest::addColumn<bool>("alcanzable");
+        QTest::newRow("base que falta") << true;
+        QTest::newRow("servidor inalcanzable") << false;
+    }
+    void servidor() {
+        QFETCH(bool, alcanzable);
+        QHash<QString, QString> pg;
+        for (const QString& par :
+             qEnvironmentVariable("KORVEN_TEST_PG").split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            pg.insert(par.section(QLatin1Char('='), 0, 0), par.section(QLatin1Char('='), 1));
+        if (alcanzable && pg.isEmpty())
+            QSKIP("Sin servidor PostgreSQL para las pruebas (KORVEN_TEST_PG vacío)");
+        const QString base =
+            QStringLiteral("korven_nueva_%1").arg(QCoreApplication::applicationPid());
+        const QString host =
+            alcanzable ? pg.value(QStringLiteral("host")) : QStringLiteral("127.0.0.1");
+        const QString puerto = alcanzable ? pg.value(QStringLiteral("port")) : QStringLiteral("1");
+        TestStores t(Motor::SQLite);
+        t.AgregarConfiguracion(
+            QStringLiteral("[DEFAULT]\nDRIVER=QPSQL\nHOST=%1\nPORT=%2\n"
+                           "DATABASE=%3\nUSER=%4\n")
+                .arg(host, puerto, base,
+                     pg.value(QStringLiteral("user"), QStringLiteral("korven"))));
+        QString out, err;
+        const int r = Admin(t.directorio(),
+                            {QStringLiteral("crear"), QStringLiteral("--sin-datos")}, &out, &err);
+        if (!alcanzable) {
+            QCOMPARE(r, Administracion::Fallo);
+            QVERIFY2(
+                err.startsWith(
+                    QStringLiteral(
+                        "Error 3044: No se puede conectar con el servidor de la base de datos de "
+                        "INTERNOS (PostgreSQL 127.0.0.1:1, base %1, usuario korven). Verifique que "
+                        "el servidor esté en marcha y que DataAccessConfig.ini lo indique bien. "
+                        "Detalle: ")
+                        .arg(base)),
+                qPrintable(err));
+            return;
+        }
+        const QString primera = out.section(QLatin1Char('\n'), 0, 0);
+        const bool hecha = Migrador(t.stores()).Version(kInternos) == Migrador::VersionActual;
+        t.stores().CloseAllDataConnection();
+        {
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), QStringLiteral("borrar"));
+            db.setHostName(host);
+            db.setPort(puerto.toInt());
+            db.setUserName(pg.value(QStringLiteral("user")));
+            db.setDatabaseName(QStringLiteral("postgres"));
+            if (db.open())
+                QSqlQuery(db).exec(
+                    QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(base));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("borrar"));
+        QCOMPARE(r, Administracion::Correcto);
+        QCOMPARE(primera, QStringLiteral("Base de datos creada: PostgreSQL socket %1 (puerto %2), "
+                                         "base %3.")
+                              .arg(host, puerto, base));
+        QVERIFY(hecha);
     }
 };
 
