@@ -43,12 +43,6 @@ private Q_SLOTS:
                          .arg(esperado, QDir::toNativeSeparators(t.directorio() +
                                                                  QStringLiteral("aparte.db"))));
         }
-        m.resize(600, 300);
-        const QString png = QCoreApplication::applicationDirPath() +
-                            QStringLiteral("/artefactos/MenuP-bases-%1.png")
-                                .arg(QString::fromLatin1(QTest::currentDataTag()));
-        QDir().mkpath(QFileInfo(png).absolutePath());
-        QVERIFY(m.grab().save(png));
     }
 };
 
