@@ -114,12 +114,12 @@ QString ListasCodigos::BuscarDescripcion(const QString& nombre, const QString& c
 QString ListasCodigos::Extra(const QString& lista, const QString& codigo) {
     if (lista == QStringLiteral("SUBREG")) {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-            QStringLiteral("select cstaimpexp from sta where id = ") + SqlTexto(codigo));
+            QStringLiteral("select cstaimpexp from sta where id = ?"), {codigo});
         return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("cstaimpexp"))) : QString();
     }
     if (lista == QStringLiteral("DIVISAS")) {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-            QStringLiteral("select * from divisas where id = ") + SqlTexto(codigo));
+            QStringLiteral("select * from divisas where id = ?"), {codigo});
         return IsRecord(rs) ? Formato(EsNumero(rs.Fields(QStringLiteral("imp"))),
                                       QStringLiteral("00.000000"))
                             : QString();

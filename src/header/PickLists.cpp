@@ -19,8 +19,8 @@ QString PickLists::Descripcion(const QString& entidad, const QString& tabla,
     if (codigo.isEmpty())
         return {};
     Recordset rs = ctx_.stores().getDataConnectionByEntity(entidad).Abrir(
-        QStringLiteral("select descripcion from ") + tabla + QStringLiteral(" where id = ") +
-        SqlTexto(codigo));
+        QStringLiteral("select descripcion from ") + tabla + QStringLiteral(" where id = ?"),
+        {codigo});
     return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("descripcion"))) : QString();
 }
 

@@ -47,6 +47,7 @@ void ClCntrl::sLinkText(QLineEdit* txt) {
     if (!parent())
         setParent(txt);
     txt->installEventFilter(this);
+    SoloTexto(txt);
     connect(txt, &QLineEdit::textChanged, this, [this] { Change(); });
 }
 
@@ -101,6 +102,20 @@ int ClCntrl::BuscarCBO(const QString& texto) {
     return encontrada;
 }
 
+void ClCntrl::SoloTexto(QLineEdit* txt) {
+    if (!txt)
+        return;
+    connect(txt, &QLineEdit::textChanged, txt, [txt](const QString& texto) {
+        const QString limpio = SinControles(texto);
+        if (limpio.size() == texto.size())
+            return;
+        const int pos = txt->cursorPosition();
+        const int antes = static_cast<int>(SinControles(texto.left(pos)).size());
+        txt->setText(limpio);
+        txt->setCursorPosition(antes);
+    });
+}
+
 void ClCntrl::VaciarTxt(QWidget* form) {
     if (!form)
         return;
@@ -133,8 +148,8 @@ void ClCntrl::Change() {
     try {
         ctx_.stores()
             .getDataConnectionByEntity(QStringLiteral("INTERNOS"))
-            .Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ") +
-                      SqlTexto(interno));
+            .Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ?"),
+                      {interno});
         ctx_.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno,
                                     QString());
     } catch (const KorvenError& e) {
