@@ -34,7 +34,7 @@ private Q_SLOTS:
         QTest::newRow(", 1.234.567") << ","
                                      << "1.234.567" << true << 1234567.0 << false << 0.0;
         QTest::newRow(", -1.500") << ","
-                                  << "-1.500" << true << -1500.0 << false << 0.0;
+                                  << "-1.500" << true << -1500.0 << true << -1.5;
         QTest::newRow(", ,5") << ","
                               << ",5" << true << 0.5 << false << 0.0;
         QTest::newRow(". 1,234.56") << "."
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTest::newRow(". 1.234,56") << "."
                                     << "1.234,56" << false << 0.0 << false << 0.0;
         QTest::newRow(", 12.34") << ","
-                                 << "12.34" << false << 0.0 << false << 0.0;
+                                 << "12.34" << false << 0.0 << true << 12.34;
         QTest::newRow(". 1,5") << "."
                                << "1,5" << false << 0.0 << false << 0.0;
         QTest::newRow(", 1,2,3") << ","
