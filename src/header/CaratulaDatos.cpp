@@ -301,7 +301,8 @@ CaratulaDatos::Resultado CaratulaDatos::Guardar(const QString& interno, Pantalla
                 fallar(g.mCambio, g.cambio);
         }
         // The other amounts may stay empty (they are saved as 0), but what is typed in them
-        // must read as a number: a text such as "1,234.5" is refused rather than guessed.
+        // must read as a number: a text such as "1,234.5" is refused rather than guessed. The
+        // commissions abroad keep their own rule: what is no number is written as 0.
         const struct {
             const char* control;
             const char* mensaje;
@@ -312,7 +313,6 @@ CaratulaDatos::Resultado CaratulaDatos::Guardar(const QString& interno, Pantalla
             {"TxtAjustDeducir", "El valor AJUSTE DEDUCIR debe ser un valor númerico"},
             {"TxtFactCon", "El FACTOR DE CONVERGENCIA debe ser un valor númerico"},
             {"txtKgNeto", "El valor KG NETO TOTAL debe ser un valor númerico"},
-            {"txtDCComiExt", "El valor COMISIONES AL EXTERIOR debe ser un valor númerico"},
         };
         for (const auto& i : importes)
             if (!falla && visible(i.control) && !vacio(i.control) && !numerico(i.control))
