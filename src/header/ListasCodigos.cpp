@@ -84,15 +84,14 @@ QString ListasCodigos::BuscarDescripcion(const QString& nombre, const QString& c
         return {};
     try {
         Conexion& cn = ctx_.stores().getDataConnectionByEntity(d->entidad);
-        if (lista == QStringLiteral("PUERTO"))
-            cn.setSql(QStringLiteral("SELECT LPOR as descripcion FROM PUERTOS where cpor = ") +
-                      SqlTexto(codigo));
-        else
-            cn.setSql(QStringLiteral("select descripcion from ") + d->tabla +
-                      QStringLiteral(" where id =") + SqlTexto(codigo));
-        Recordset rs;
+        const QString sql =
+            lista == QStringLiteral("PUERTO")
+                ? QStringLiteral("SELECT LPOR as descripcion FROM PUERTOS where cpor = ?")
+                : QStringLiteral("select descripcion from ") + d->tabla +
+                      QStringLiteral(" where id = ?");
+        Recordset rs = cn.Abrir(sql, {codigo});
         QString descripcion;
-        if (ctx_.stores().getDataConnectionByEntity(d->entidad).CrearRs(rs)) {
+        if (IsRecord(rs)) {
             descripcion = EsNull(rs.Fields(QStringLiteral("Descripcion")));
         } else {
             ctx_.dialogos().Mensaje(QStringLiteral("CODIGO INEXISTENTE DE ") + d->tabla +
