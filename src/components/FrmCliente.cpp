@@ -5,6 +5,7 @@
 #include "platform/Formato.h"
 #include "platform/KorvenError.h"
 #include "platform/ValueRules.h"
+#include "platform/ui/ClCntrl.h"
 #include "ui_FrmCliente.h"
 
 #include <QKeyEvent>
@@ -57,8 +58,10 @@ FrmCliente::FrmCliente(AppContext& ctx, const std::optional<Cliente>& existente,
     connect(ui->CmdGuardar, &QPushButton::clicked, this, [this] { Guardar(); });
     connect(ui->CmdCancelar, &QPushButton::clicked, this, &QDialog::reject);
     Habilitar();
-    for (QLineEdit* t : findChildren<QLineEdit*>())
+    for (QLineEdit* t : findChildren<QLineEdit*>()) {
+        ClCntrl::SoloTexto(t);
         t->installEventFilter(this);
+    }
     if (nuevo_)
         ui->TxtCuit->setFocus();
     else
@@ -81,13 +84,13 @@ bool FrmCliente::LeerNumero(QLineEdit* txt, double& valor) {
         valor = 0;
         return true;
     }
-    if (!EsNumerico(t)) {
+    if (!EsNumeroTecleado(t)) {
         ctx_.dialogos().Mensaje(QStringLiteral("Debe Ingresar un Valor Númerico"),
                                 QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
         txt->setFocus();
         return false;
     }
-    valor = EsNumero(t);
+    valor = NumeroTecleado(t);
     return true;
 }
 

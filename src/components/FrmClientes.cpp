@@ -5,6 +5,7 @@
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
+#include "platform/ui/ClCntrl.h"
 #include "ui_FrmClientes.h"
 
 #include <QKeyEvent>
@@ -17,6 +18,8 @@ FrmClientes::FrmClientes(AppContext& ctx, bool seleccionar, QWidget* padre)
     ui->setupUi(this);
     if (seleccionar_)
         setWindowTitle(QStringLiteral("Seleccionar cliente"));
+    for (QLineEdit* t : {ui->TxtBuscarCuit, ui->TxtBuscarNombre})
+        ClCntrl::SoloTexto(t);
     connect(ui->TxtBuscarCuit, &QLineEdit::textChanged, this, [this] { Cargar(); });
     connect(ui->TxtBuscarNombre, &QLineEdit::textChanged, this, [this] { Cargar(); });
     connect(ui->LstClientes, &QTreeWidget::itemDoubleClicked, this, [this] {

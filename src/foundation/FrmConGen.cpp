@@ -247,14 +247,14 @@ void FrmConGen::Escribir(const char* clave, const QString& valor) {
 }
 
 bool FrmConGen::Guardar() {
-    if (!EsNumerico(txtIndMaxArancel_->text())) {
+    if (!EsNumeroTecleado(txtIndMaxArancel_->text())) {
         ctx_.dialogos().Mensaje(
             QStringLiteral("El campo Indice Maximo Arancel debe tener un valor númerico"),
             QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
         txtIndMaxArancel_->setFocus();
         return false;
     }
-    if (!EsNumerico(txtPrefPorc_->text())) {
+    if (!EsNumeroTecleado(txtPrefPorc_->text())) {
         ctx_.dialogos().Mensaje(
             QStringLiteral("El campo Preferencia Porcentual debe tener un valor númerico"),
             QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
@@ -308,8 +308,8 @@ bool FrmConGen::Guardar() {
     const QString rni = PonerPuntoDecimal(txtRNI_->text().trimmed());
     Escribir("IVARIN", rin);
     Escribir("IVARNI", rni);
-    c.IVARIN = EsNumero(ReemplazarSeparadorDecimal(rin));
-    c.IVARNI = EsNumero(ReemplazarSeparadorDecimal(rni));
+    c.IVARIN = NumeroTecleado(ReemplazarSeparadorDecimal(rin));
+    c.IVARNI = NumeroTecleado(ReemplazarSeparadorDecimal(rni));
 
     c.OperacionesMostrarTODO = chkMostrarOperaciones_->isChecked();
     Escribir("OperacionesMostrarTODO", SN(chkMostrarOperaciones_));
@@ -329,9 +329,9 @@ bool FrmConGen::Guardar() {
     Escribir("MODARTSUB", c.MODARTSUB);
     c.EnviarComExt = chkEnviarComExt_->isChecked();
     Escribir("EnviarComExt", SN(chkEnviarComExt_));
-    c.DIEMCHINA_IndMaxArancel = EsNumero(txtIndMaxArancel_->text());
+    c.DIEMCHINA_IndMaxArancel = NumeroTecleado(txtIndMaxArancel_->text());
     Escribir("DIEMCHINA-IndMaxArancel", PonerPuntoDecimal(txtIndMaxArancel_->text().trimmed()));
-    c.DIEMCHINA_PrefPorc = EsNumero(txtPrefPorc_->text());
+    c.DIEMCHINA_PrefPorc = NumeroTecleado(txtPrefPorc_->text());
     Escribir("DIEMCHINA-PrefPorc", PonerPuntoDecimal(txtPrefPorc_->text().trimmed()));
     c.CancelManual = chCANCSinStock_->isChecked();
     s.SaveSetting(kGeneral, kOBJ, QStringLiteral("CancelManual"), SN(chCANCSinStock_));

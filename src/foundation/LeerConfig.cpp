@@ -83,8 +83,8 @@ void LeerGeneral(const QString& ini, Configuracion& c) {
     c.OperacionesMostrarTODO = EsS(leer("OperacionesMostrarTODO"));
     c.LISTADO = static_cast<int>(EsNumero(leer("LISTADO")));
     // The rates are kept with either separator; they are read under the system's.
-    c.IVARIN = EsNumero(ReemplazarSeparadorDecimal(leer("IVARIN")));
-    c.IVARNI = EsNumero(ReemplazarSeparadorDecimal(leer("IVARNI")));
+    c.IVARIN = NumeroTecleado(ReemplazarSeparadorDecimal(leer("IVARIN")));
+    c.IVARNI = NumeroTecleado(ReemplazarSeparadorDecimal(leer("IVARNI")));
     c.DEVICENAME = leer("DEVICENAME");
     c.DRIVERNAME = leer("DRIVERNAME");
     c.PORT = leer("PORT");

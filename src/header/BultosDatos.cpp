@@ -19,8 +19,8 @@ std::optional<BultosDatos::Datos> BultosDatos::MostrarDatos(const QString& inter
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
             QStringLiteral("select factura9,BULNRO,BULCOD,BULTIP,BULPES,BULDES,marcabul, via, "
                            "trans, bandera, cuittrans ,factura10, venemb from caratula where "
-                           "interno = ") +
-            SqlTexto(interno));
+                           "interno = ?"),
+            {interno});
         if (!IsRecord(rs))
             return std::nullopt;
         auto campo = [&](const char* nombre) {
@@ -59,8 +59,8 @@ bool BultosDatos::Grabar(const QString& interno, Datos& d, const QDate& hoy, QSt
     try {
         Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
         if (d.noTransferir) {
-            cn.Ejecutar(QStringLiteral("update caratula set factura9 = '1' where interno = ") +
-                        SqlTexto(interno));
+            cn.Ejecutar(QStringLiteral("update caratula set factura9 = '1' where interno = ?"),
+                        {interno});
             dlg.Mensaje(QStringLiteral("Eligio no transferir bultos, los datos no seran guardados"),
                         QStringLiteral("KORVEN"), Dialogos::Icono::Informacion);
             return true;
@@ -81,22 +81,35 @@ bool BultosDatos::Grabar(const QString& interno, Datos& d, const QDate& hoy, QSt
                 *foco = QStringLiteral("TxtVencimiento");
             return false;
         }
+        // The weight and the packages to clear may stay empty (saved as 0); what is typed in
+        // them must read as a number, as the clerk types it.
+        const struct {
+            const QString& texto;
+            const char* mensaje;
+            const char* control;
+        } numeros[] = {
+            {d.peso, "El PESO debe ser un valor númerico", "TxtPeso"},
+            {d.bultosDespachar, "Bultos a Despachar debe ser un valor númerico", "TxtBultDesp"},
+        };
+        for (const auto& n : numeros) {
+            if (!n.texto.trimmed().isEmpty() && !EsNumeroTecleado(n.texto)) {
+                dlg.Mensaje(QString::fromUtf8(n.mensaje), QStringLiteral("KORVEN"),
+                            Dialogos::Icono::Exclamacion);
+                if (foco)
+                    *foco = QString::fromLatin1(n.control);
+                return false;
+            }
+        }
         if (d.cuit.trimmed().isEmpty())
             d.nombreAgente.clear();
-        const QString sep = ctx_.stores().getDecimalSeparatorbyEntity(kInternos);
-        cn.Ejecutar(QStringLiteral("update caratula set marcabul = ") + SqlTexto(d.marca) +
-                    QStringLiteral(", bulnro = ") + SqlTexto(d.nroBultos) +
-                    QStringLiteral(", via = ") + SqlTexto(d.via) + QStringLiteral(", trans = ") +
-                    SqlTexto(d.nombreTransporte) + QStringLiteral(", bandera = ") +
-                    SqlTexto(d.bandera) + QStringLiteral(", cuittrans = ") + SqlTexto(d.cuit) +
-                    QStringLiteral(", factura9 = '0', factura10 = ") + SqlTexto(d.nombreAgente) +
-                    QStringLiteral(", bulcod = ") + SqlTexto(d.codigo) +
-                    QStringLiteral(", bultip = ") + SqlTexto(d.tipo) +
-                    QStringLiteral(", bulpes = ") + SqlNumero(d.peso.trimmed(), sep) +
-                    QStringLiteral(", buldes = ") + SqlNumero(d.bultosDespachar.trimmed(), sep) +
-                    QStringLiteral(", venemb = ") +
-                    SqlTexto(FormatoFecha(vence, QStringLiteral("dd-mm-yy"))) +
-                    QStringLiteral(" where interno = ") + SqlTexto(interno));
+        cn.Ejecutar(QStringLiteral("update caratula set marcabul = ?, bulnro = ?, via = ?, "
+                                   "trans = ?, bandera = ?, cuittrans = ?, factura9 = '0', "
+                                   "factura10 = ?, bulcod = ?, bultip = ?, bulpes = ?, "
+                                   "buldes = ?, venemb = ? where interno = ?"),
+                    {d.marca, d.nroBultos, d.via, d.nombreTransporte, d.bandera, d.cuit,
+                     d.nombreAgente, d.codigo, d.tipo, NumeroTecleado(d.peso),
+                     NumeroTecleado(d.bultosDespachar),
+                     FormatoFecha(vence, QStringLiteral("dd-mm-yy")), interno});
         return true;
     } catch (const KorvenError& e) {
         dlg.Mensaje(QString::number(e.numero()) + QStringLiteral(" - ") + e.descripcion() +

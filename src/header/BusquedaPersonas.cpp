@@ -28,7 +28,7 @@ QString BusquedaPersonas::BuscarDespachante(const QString& cuit) {
     }
     try {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kPersonal).Abrir(
-            QStringLiteral("select nombre from despadu where cuit = ") + SqlTexto(cuit));
+            QStringLiteral("select nombre from despadu where cuit = ?"), {cuit});
         if (IsRecord(rs))
             return EsNull(rs.Fields(QStringLiteral("nombre")));
         ctx_.dialogos().Mensaje(QStringLiteral("No se encontro el CUIT Ingresado"),
@@ -47,8 +47,8 @@ BusquedaPersonas::Cliente BusquedaPersonas::BuscarCliente(const QString& cuit) {
     }
     try {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kPersonal).Abrir(
-            QStringLiteral("select nombre,regalias,ajxvinc_4102 from clientes where cuit = ") +
-            SqlTexto(cuit));
+            QStringLiteral("select nombre,regalias,ajxvinc_4102 from clientes where cuit = ?"),
+            {cuit});
         if (IsRecord(rs)) {
             c.encontrado = true;
             c.nombre = EsNull(rs.Fields(QStringLiteral("nombre")));
@@ -69,7 +69,7 @@ std::optional<BusquedaPersonas::Persona> BusquedaPersonas::BuscarVendedor(const 
     }
     try {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kPersonal).Abrir(
-            QStringLiteral("select nombre from vendedor where codigo = ") + SqlTexto(codigo));
+            QStringLiteral("select nombre from vendedor where codigo = ?"), {codigo});
         if (IsRecord(rs))
             return Persona{codigo, EsNull(rs.Fields(QStringLiteral("nombre")))};
         if (!ctx_.dialogos().Pregunta(
@@ -129,7 +129,8 @@ QString BusquedaPersonas::NombrePersona(const QString& tabla, const QString& cod
         return {};
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kPersonal).Abrir(
         QStringLiteral("select nombre from ") + t + QStringLiteral(" where ") + columna +
-        QStringLiteral(" = ") + SqlTexto(codigo));
+            QStringLiteral(" = ?"),
+        {codigo});
     return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("nombre"))) : QString();
 }
 

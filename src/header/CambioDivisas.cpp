@@ -15,8 +15,7 @@ void CambioDivisas::VerificarCambio(const QString& codigo, const QString& valor)
     const QString entidad = QStringLiteral("INTERNOS");
     try {
         Conexion& cn = ctx_.stores().getDataConnectionByEntity(entidad);
-        Recordset rs =
-            cn.Abrir(QStringLiteral("select imp from divisas where id = ") + SqlTexto(codigo));
+        Recordset rs = cn.Abrir(QStringLiteral("select imp from divisas where id = ?"), {codigo});
         if (!IsRecord(rs)) {
             ctx_.dialogos().Mensaje(QStringLiteral("No se encontro codigo de DIVISAS en base."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Informacion);
@@ -33,10 +32,8 @@ void CambioDivisas::VerificarCambio(const QString& codigo, const QString& valor)
                                "Divisas que es ") +
                 guardado + QStringLiteral(", desea guardar el nuevo valor como predeterminado.")))
             return;
-        const int filas =
-            cn.Ejecutar(QStringLiteral("update divisas set imp = ") +
-                        SqlNumero(valor, ctx_.stores().getDecimalSeparatorbyEntity(entidad)) +
-                        QStringLiteral(" where id = ") + SqlTexto(codigo));
+        const int filas = cn.Ejecutar(QStringLiteral("update divisas set imp = ? where id = ?"),
+                                      {NumeroTecleado(valor), codigo});
         if (filas > 0)
             ctx_.dialogos().Mensaje(QStringLiteral("Valor Guardado Correctamente."));
         else

@@ -129,7 +129,7 @@ std::optional<CaratulaDatos::Carga> CaratulaDatos::Cargar(const QString& interno
     try {
         Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
         Recordset rs =
-            cn.Abrir(QStringLiteral("select * from caratula where interno = ") + SqlTexto(interno));
+            cn.Abrir(QStringLiteral("select * from caratula where interno = ?"), {interno});
         if (!IsRecord(rs)) {
             ctx_.dialogos().Mensaje(QStringLiteral("No se encontro Interno en base de datos"));
             return std::nullopt;
@@ -144,10 +144,7 @@ std::optional<CaratulaDatos::Carga> CaratulaDatos::Cargar(const QString& interno
                 break;
             case Tipo::Cambio:
                 // The rate as a number, its text in the system's separator, then the mask.
-                texto = EsVacio(v)
-                            ? QString()
-                            : Formato(EsNumero(ReemplazarSeparadorDecimal(EsNull(EsNumero(v)))),
-                                      QStringLiteral("0.000000"));
+                texto = EsVacio(v) ? QString() : Formato(EsNumero(v), QStringLiteral("0.000000"));
                 break;
             case Tipo::Numero:
                 texto = EsVacio(v) ? QString() : EsNull(EsNumero(v));
@@ -170,8 +167,9 @@ std::optional<CaratulaDatos::Carga> CaratulaDatos::Cargar(const QString& interno
             }
             carga.valores.append({c, texto});
         }
-        Recordset fs = cn.Abrir(QStringLiteral("select factura from facturas where interno = ") +
-                                SqlTexto(interno) + QStringLiteral(" order by orden"));
+        Recordset fs = cn.Abrir(
+            QStringLiteral("select factura from facturas where interno = ? order by orden"),
+            {interno});
         for (; !fs.Eof(); fs.MoveNext())
             carga.facturas << EsNull(fs.Fields(QStringLiteral("factura")));
         return carga;
@@ -185,8 +183,7 @@ std::optional<CaratulaDatos::Carga> CaratulaDatos::Cargar(const QString& interno
 
 double CaratulaDatos::SumaProrrateo(const QString& interno) {
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select sum(valor) as tot from prorrateo where interno = ") +
-        SqlTexto(interno));
+        QStringLiteral("select sum(valor) as tot from prorrateo where interno = ?"), {interno});
     return IsRecord(rs) ? EsNumero(rs.Fields(QStringLiteral("tot"))) : 0.0;
 }
 
@@ -200,21 +197,24 @@ QString CaratulaDatos::Factura1(const QStringList& facturas) {
     return t;
 }
 
-QString CaratulaDatos::SentenciaGuardado(const QString& interno, const Pantalla& p) {
-    const QString separador = ctx_.stores().getDecimalSeparatorbyEntity(kInternos);
+CaratulaDatos::Sentencia CaratulaDatos::SentenciaGuardado(const QString& interno,
+                                                          const Pantalla& p) {
+    Sentencia r;
     QStringList partes;
     for (const Campo& c : CamposDeGuardado()) {
-        QString valor;
+        partes << c.columna + QStringLiteral(" = ?");
         if (c.columna == QStringLiteral("factura1"))
-            valor = SqlTexto(Factura1(p.facturas));
+            r.valores << Factura1(p.facturas);
         else if (c.tipo == Tipo::Numero)
-            valor = SqlNumero(p.Texto(c.control).trimmed(), separador);
+            // An amount as the clerk typed it; empty (or not a number) is 0.
+            r.valores << NumeroTecleado(p.Texto(c.control));
         else
-            valor = SqlTexto(p.Texto(c.control));
-        partes << c.columna + QStringLiteral(" = ") + valor;
+            r.valores << p.Texto(c.control);
     }
-    return QStringLiteral("update caratula set ") + partes.join(QStringLiteral(",")) +
-           QStringLiteral(" where interno = ") + SqlTexto(interno) + QLatin1Char(' ');
+    r.sql = QStringLiteral("update caratula set ") + partes.join(QStringLiteral(",")) +
+            QStringLiteral(" where interno = ? ");
+    r.valores << interno;
+    return r;
 }
 
 void CaratulaDatos::ControlFacturas(const Pantalla& p) {
@@ -250,7 +250,7 @@ CaratulaDatos::Resultado CaratulaDatos::Guardar(const QString& interno, Pantalla
             return p.EsVisible(QString::fromLatin1(control));
         };
         auto numerico = [&](const char* control) {
-            return EsNumerico(p.Texto(QString::fromLatin1(control)).trimmed());
+            return EsNumeroTecleado(p.Texto(QString::fromLatin1(control)).trimmed());
         };
         auto fallar = [&](const char* mensaje, const char* control) {
             falla = Falla{QString::fromUtf8(mensaje), QString::fromLatin1(control)};
@@ -300,6 +300,23 @@ CaratulaDatos::Resultado CaratulaDatos::Guardar(const QString& interno, Pantalla
             else if (!numerico(g.cambio))
                 fallar(g.mCambio, g.cambio);
         }
+        // The other amounts may stay empty (they are saved as 0), but what is typed in them
+        // must read as a number: a text such as "1,234.5" is refused rather than guessed. The
+        // commissions abroad keep their own rule: what is no number is written as 0.
+        const struct {
+            const char* control;
+            const char* mensaje;
+        } importes[] = {
+            {"TxtPorc", "El PORCENTAJE de SEGURO debe ser un valor númerico"},
+            {"TxtProrratear", "El valor PRORRATEOS debe ser un valor númerico"},
+            {"TxtAjustIncluir", "El valor AJUSTE INCLUIR debe ser un valor númerico"},
+            {"TxtAjustDeducir", "El valor AJUSTE DEDUCIR debe ser un valor númerico"},
+            {"TxtFactCon", "El FACTOR DE CONVERGENCIA debe ser un valor númerico"},
+            {"txtKgNeto", "El valor KG NETO TOTAL debe ser un valor númerico"},
+        };
+        for (const auto& i : importes)
+            if (!falla && visible(i.control) && !vacio(i.control) && !numerico(i.control))
+                fallar(i.mensaje, i.control);
         if (falla) {
             dlg.Mensaje(falla->mensaje, titulo, Dialogos::Icono::Exclamacion);
             if (!dlg.Pregunta(
@@ -311,14 +328,14 @@ CaratulaDatos::Resultado CaratulaDatos::Guardar(const QString& interno, Pantalla
             return Resultado::Salir;
         }
 
-        const QString sql = SentenciaGuardado(interno, p);
+        const Sentencia sql = SentenciaGuardado(interno, p);
         if (visible("cboFacilidadPago") && vacio("cboFacilidadPago")) {
             dlg.Mensaje(QStringLiteral("Debe seleccionar S/N en Facilidad de Pago"), titulo,
                         Dialogos::Icono::Critico);
             enfocar(QStringLiteral("cboFacilidadPago"));
             return Resultado::Quedarse;
         }
-        if (ctx_.stores().getDataConnectionByEntity(kInternos).Ejecutar(sql) > 0)
+        if (ctx_.stores().getDataConnectionByEntity(kInternos).Ejecutar(sql.sql, sql.valores) > 0)
             return Resultado::Guardado;
         if (dlg.Pregunta(
                 QStringLiteral("Los datos no pueden ser guardados, desea SALIR de caratula?"))) {

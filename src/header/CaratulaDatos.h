@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <optional>
 
 namespace korven {
@@ -91,8 +92,13 @@ public:
 
     // The invoice numbers joined by ",", cut to 80 characters and freed of the last one.
     static QString Factura1(const QStringList& facturas);
-    // The update statement for the screen's texts.
-    QString SentenciaGuardado(const QString& interno, const Pantalla& p);
+    // The update statement for the screen's texts, with its values bound in the order of the
+    // "?" marks: texts as they stand, amounts as numbers read as the clerk typed them.
+    struct Sentencia {
+        QString sql;
+        QVariantList valores;
+    };
+    static Sentencia SentenciaGuardado(const QString& interno, const Pantalla& p);
 
 private:
     // "Faltan Facturas." when the invoices are asked for and there are none.

@@ -22,10 +22,9 @@ QStringList DisposicionCaratula::Companeros(const QString& control) {
 DisposicionCaratula DisposicionCaratula::Calcular(AppContext& ctx, const QString& idsubreg) {
     DisposicionCaratula d;
     d.facilidadPagoVisible = idsubreg == QStringLiteral("EC16");
-    Recordset rs =
-        ctx.stores()
-            .getDataConnectionByEntity(QStringLiteral("USUARIO"))
-            .Abrir(QStringLiteral("select * from dest where subreg = ") + SqlTexto(idsubreg));
+    Recordset rs = ctx.stores()
+                       .getDataConnectionByEntity(QStringLiteral("USUARIO"))
+                       .Abrir(QStringLiteral("select * from dest where subreg = ?"), {idsubreg});
     if (IsRecord(rs)) {
         d.hayDest = true;
         for (const QString& columna : rs.Campos()) {

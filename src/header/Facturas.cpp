@@ -17,20 +17,19 @@ bool Facturas::Agregar_Facturas(const QString& interno, const QString& factura) 
         Transaccion tx(ctx_.stores(), {kInternos});
         Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
         Recordset rs =
-            cn.Abrir(QStringLiteral("select count(*) as cant from facturas where interno = ") +
-                     SqlTexto(interno) + QStringLiteral(" and factura = ") + SqlTexto(factura));
+            cn.Abrir(QStringLiteral("select count(*) as cant from facturas where interno = ? and "
+                                    "factura = ?"),
+                     {interno, factura});
         if (EsNumero(rs.Fields(QStringLiteral("cant"))) > 0) {
             ctx_.dialogos().Mensaje(QStringLiteral("Ya existe esta factura."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
             return false;
         }
-        Recordset mx = cn.Abrir(QStringLiteral("select Max(orden) as ord from facturas where "
-                                               "interno = ") +
-                                SqlTexto(interno));
+        Recordset mx = cn.Abrir(
+            QStringLiteral("select Max(orden) as ord from facturas where interno = ?"), {interno});
         const int orden = static_cast<int>(EsNumero(mx.Fields(QStringLiteral("ord")))) + 1;
-        cn.Ejecutar(QStringLiteral("insert into facturas(interno,orden,factura) values (") +
-                    SqlTexto(interno) + QLatin1Char(',') + QString::number(orden) +
-                    QLatin1Char(',') + SqlTexto(factura) + QLatin1Char(')'));
+        cn.Ejecutar(QStringLiteral("insert into facturas(interno,orden,factura) values (?,?,?)"),
+                    {interno, orden, factura});
         tx.Confirmar();
         return true;
     } catch (const KorvenError& e) {
@@ -44,8 +43,8 @@ bool Facturas::Agregar_Facturas(const QString& interno, const QString& factura) 
 void Facturas::Eliminar_Factura(const QString& interno, const QString& factura) {
     try {
         ctx_.stores().getDataConnectionByEntity(kInternos).Ejecutar(
-            QStringLiteral("delete from facturas where interno = ") + SqlTexto(interno) +
-            QStringLiteral(" and factura = ") + SqlTexto(factura));
+            QStringLiteral("delete from facturas where interno = ? and factura = ?"),
+            {interno, factura});
     } catch (const KorvenError& e) {
         ctx_.dialogos().Mensaje(QString::number(e.numero()) + QStringLiteral(" - ") +
                                     e.descripcion() + QStringLiteral(" [Eliminar_Factura] "),
@@ -56,8 +55,7 @@ void Facturas::Eliminar_Factura(const QString& interno, const QString& factura) 
 QStringList Facturas::Lista(const QString& interno) {
     QStringList l;
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select factura from facturas where interno = ") + SqlTexto(interno) +
-        QStringLiteral(" order by orden"));
+        QStringLiteral("select factura from facturas where interno = ? order by orden"), {interno});
     for (; !rs.Eof(); rs.MoveNext())
         l << EsNull(rs.Fields(QStringLiteral("factura")));
     return l;

@@ -99,7 +99,7 @@ FrmCaratula::FrmCaratula(AppContext& ctx, const QVariantMap& args, QWidget* padr
                     [this, g] { CalcularDolares(g.valor, g.cambio, g.dolares); });
     }
     connect(ui->TxtProrratear, &QLineEdit::textChanged, this, [this](const QString& t) {
-        if (EsNumero(t) != 0)
+        if (NumeroTecleado(t) != 0)
             CalcularSeguro();
     });
     connect(ui->txtDCEstMerc, &QLineEdit::textChanged, this, [this] { ActualizarForzar(); });
@@ -142,7 +142,6 @@ bool FrmCaratula::CargarCaratula(const QString& interno) {
     CaratulaDatos datos(ctx_);
     bool ok = false;
     try {
-        sumaProrrateo_ = datos.SumaProrrateo(interno);
         const std::optional<CaratulaDatos::Carga> carga = datos.Cargar(interno);
         if (carga) {
             for (const CaratulaDatos::Valor& v : carga->valores) {
@@ -292,9 +291,10 @@ bool FrmCaratula::Buscar(QLineEdit* campo) {
         ui->TxtNombreven->setText(v ? v->nombre : QString());
     } else if (campo == ui->Txtfobdivisas) {
         // The FOB keeps the adjustment to include and the value to prorate in step.
-        if (EsNumerico(ui->TxtAjustIncluir->text()))
+        if (EsNumeroTecleado(ui->TxtAjustIncluir->text()))
             ui->TxtAjustIncluir->setText(campo->text());
-        if (EsNumerico(ui->TxtProrratear->text()) && EsNumero(ui->TxtProrratear->text()) > 0)
+        if (EsNumeroTecleado(ui->TxtProrratear->text()) &&
+            NumeroTecleado(ui->TxtProrratear->text()) > 0)
             ui->TxtProrratear->setText(campo->text());
     } else if (campo == ui->TxtFactura) {
         if (campo->text().trimmed().isEmpty())
@@ -388,9 +388,20 @@ void FrmCaratula::CalcularDolares(QLineEdit* valor, QLineEdit* cambio, QLineEdit
 }
 
 void FrmCaratula::CalcularSeguro() {
+    // The proration codes are read when the insurance is worked out, not when the screen
+    // opened: CmdProrrat may have changed them meanwhile.
+    double sumaProrrateo = 0;
+    try {
+        sumaProrrateo = CaratulaDatos(ctx_).SumaProrrateo(interno_);
+    } catch (const KorvenError& e) {
+        ctx_.dialogos().Mensaje(QString::number(e.numero()) + QStringLiteral(" - ") +
+                                    e.descripcion() + QStringLiteral(" Seccion: korven.caratula::"),
+                                QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
+        return;
+    }
     const auto s = ImportesCaratula::SeguroPorcentual(
         ui->TxtPorc->text(), ui->TxtDolFob->text(), ui->TxtDolFlete->text(),
-        ui->TxtProrratear->text(), sumaProrrateo_, ui->TxtDivValorSeguro->text());
+        ui->TxtProrratear->text(), sumaProrrateo, ui->TxtDivValorSeguro->text());
     if (!s)
         return;
     ui->TxtDolSeguro->setText(s->dolares);

@@ -69,7 +69,6 @@ private:
     QString cstaimpexp_;
     double regalias_ = 0;
     double ajxvinc4102_ = 0;
-    double sumaProrrateo_ = 0;
     bool cargando_ = false;
     bool verificando_ = false;
     QHash<QString, QWidget*> controles_; // lower-case name -> control

@@ -6,9 +6,9 @@
 namespace korven {
 
 std::optional<QString> ImportesCaratula::Multiplicar(const QString& valor, const QString& cambio) {
-    if (!EsNumerico(valor) || !EsNumerico(cambio))
+    if (!EsNumeroTecleado(valor) || !EsNumeroTecleado(cambio))
         return std::nullopt;
-    const double producto = EsNumero(valor) * EsNumero(cambio);
+    const double producto = NumeroTecleado(valor) * NumeroTecleado(cambio);
     if (producto == 0)
         return QString();
     return Formato(producto, QStringLiteral("00.00"));
@@ -18,19 +18,19 @@ std::optional<ImportesCaratula::Seguro>
 ImportesCaratula::SeguroPorcentual(const QString& porcentaje, const QString& dolFob,
                                    const QString& dolFlete, const QString& prorratear,
                                    double sumaCodigosProrrateo, const QString& cambioSeguro) {
-    if (!EsNumerico(porcentaje) || EsNumero(porcentaje) == 0)
+    if (!EsNumeroTecleado(porcentaje) || NumeroTecleado(porcentaje) == 0)
         return std::nullopt;
-    if (!EsNumerico(dolFob) || !EsNumerico(dolFlete))
+    if (!EsNumeroTecleado(dolFob) || !EsNumeroTecleado(dolFlete))
         return std::nullopt;
-    double base = EsNumero(dolFob) + EsNumero(dolFlete);
-    if (EsNumerico(prorratear) || sumaCodigosProrrateo > 0)
-        base += sumaCodigosProrrateo + EsNumero(prorratear);
+    double base = NumeroTecleado(dolFob) + NumeroTecleado(dolFlete);
+    if (EsNumeroTecleado(prorratear) || sumaCodigosProrrateo > 0)
+        base += sumaCodigosProrrateo + NumeroTecleado(prorratear);
     Seguro s;
-    const double dolares = ImportePorcentual(base, EsNumero(porcentaje));
+    const double dolares = ImportePorcentual(base, NumeroTecleado(porcentaje));
     s.dolares = Formato(dolares, QStringLiteral("00.00"));
-    if (EsNumerico(cambioSeguro) && EsNumero(cambioSeguro) > 0) {
+    if (EsNumeroTecleado(cambioSeguro) && NumeroTecleado(cambioSeguro) > 0) {
         s.conDivisas = true;
-        s.divisas = Formato(dolares / EsNumero(cambioSeguro), QStringLiteral("00.00"));
+        s.divisas = Formato(dolares / NumeroTecleado(cambioSeguro), QStringLiteral("00.00"));
     }
     return s;
 }
@@ -40,9 +40,9 @@ QString ImportesCaratula::CodigoDivisa(const QString& codigo) {
 }
 
 QString ImportesCaratula::FormatoImporte(const QString& texto) {
-    if (!EsNumerico(texto))
+    if (!EsNumeroTecleado(texto))
         return texto;
-    return Formato(EsNumero(texto), QStringLiteral("00.00"));
+    return Formato(NumeroTecleado(texto), QStringLiteral("00.00"));
 }
 
 QString ImportesCaratula::FormatoCambio(double cambio) {

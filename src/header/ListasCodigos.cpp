@@ -84,15 +84,14 @@ QString ListasCodigos::BuscarDescripcion(const QString& nombre, const QString& c
         return {};
     try {
         Conexion& cn = ctx_.stores().getDataConnectionByEntity(d->entidad);
-        if (lista == QStringLiteral("PUERTO"))
-            cn.setSql(QStringLiteral("SELECT LPOR as descripcion FROM PUERTOS where cpor = ") +
-                      SqlTexto(codigo));
-        else
-            cn.setSql(QStringLiteral("select descripcion from ") + d->tabla +
-                      QStringLiteral(" where id =") + SqlTexto(codigo));
-        Recordset rs;
+        const QString sql =
+            lista == QStringLiteral("PUERTO")
+                ? QStringLiteral("SELECT LPOR as descripcion FROM PUERTOS where cpor = ?")
+                : QStringLiteral("select descripcion from ") + d->tabla +
+                      QStringLiteral(" where id = ?");
+        Recordset rs = cn.Abrir(sql, {codigo});
         QString descripcion;
-        if (ctx_.stores().getDataConnectionByEntity(d->entidad).CrearRs(rs)) {
+        if (IsRecord(rs)) {
             descripcion = EsNull(rs.Fields(QStringLiteral("Descripcion")));
         } else {
             ctx_.dialogos().Mensaje(QStringLiteral("CODIGO INEXISTENTE DE ") + d->tabla +
@@ -114,12 +113,12 @@ QString ListasCodigos::BuscarDescripcion(const QString& nombre, const QString& c
 QString ListasCodigos::Extra(const QString& lista, const QString& codigo) {
     if (lista == QStringLiteral("SUBREG")) {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-            QStringLiteral("select cstaimpexp from sta where id = ") + SqlTexto(codigo));
+            QStringLiteral("select cstaimpexp from sta where id = ?"), {codigo});
         return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("cstaimpexp"))) : QString();
     }
     if (lista == QStringLiteral("DIVISAS")) {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-            QStringLiteral("select * from divisas where id = ") + SqlTexto(codigo));
+            QStringLiteral("select * from divisas where id = ?"), {codigo});
         return IsRecord(rs) ? Formato(EsNumero(rs.Fields(QStringLiteral("imp"))),
                                       QStringLiteral("00.000000"))
                             : QString();

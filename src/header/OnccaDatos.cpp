@@ -24,8 +24,8 @@ std::optional<OnccaDatos::Datos> OnccaDatos::CargarDatos(const QString& interno)
                 .Abrir(QStringLiteral("select ONCCAHabilitado, ONCCAAcuerdo, ONCCACategoria, "
                                       "ONCCACortes, ONCCAElaborador, ONCCAEspecie , ONCCAFaneador, "
                                       "ONCCAMeccoorgbio, ONCCAres3106, ONCCAsispro, ONCCAMatadero "
-                                      "from caratula where interno = ") +
-                       SqlTexto(interno));
+                                      "from caratula where interno = ?"),
+                       {interno});
         Datos d;
         if (IsRecord(rs)) {
             d.habilitado =
@@ -44,25 +44,20 @@ std::optional<OnccaDatos::Datos> OnccaDatos::CargarDatos(const QString& interno)
 }
 
 bool OnccaDatos::GuardarDatos(const QString& interno, const Datos& d) {
-    auto codigo = [&](const char* columna) {
-        return SqlTexto(d.codigos.value(QString::fromLatin1(columna)));
-    };
     try {
+        QStringList partes;
+        QVariantList valores;
+        for (const QString& c : Columnas()) {
+            partes << c + QStringLiteral(" = ?");
+            valores << d.codigos.value(c);
+        }
+        partes << QStringLiteral("ONCCAHabilitado = ?");
+        valores << (d.habilitado ? QStringLiteral("S") : QStringLiteral("N")) << interno;
         ctx_.stores()
             .getDataConnectionByEntity(QStringLiteral("INTERNOS"))
-            .Ejecutar(QStringLiteral("update caratula set ONCCAAcuerdo = ") +
-                      codigo("ONCCAAcuerdo") + QStringLiteral(", ONCCACategoria = ") +
-                      codigo("ONCCACategoria") + QStringLiteral(", ONCCACortes= ") +
-                      codigo("ONCCACortes") + QStringLiteral(", ONCCAElaborador = ") +
-                      codigo("ONCCAElaborador") + QStringLiteral(", ONCCAEspecie = ") +
-                      codigo("ONCCAEspecie") + QStringLiteral(", ONCCAFaneador = ") +
-                      codigo("ONCCAFaneador") + QStringLiteral(", ONCCAMeccoorgbio = ") +
-                      codigo("ONCCAMeccoorgbio") + QStringLiteral(", ONCCAres3106 = ") +
-                      codigo("ONCCAres3106") + QStringLiteral(", ONCCAsispro = ") +
-                      codigo("ONCCAsispro") + QStringLiteral(", ONCCAMatadero = ") +
-                      codigo("ONCCAMatadero") + QStringLiteral(", ONCCAHabilitado = ") +
-                      SqlTexto(d.habilitado ? QStringLiteral("S") : QStringLiteral("N")) +
-                      QStringLiteral(" where interno = ") + SqlTexto(interno));
+            .Ejecutar(QStringLiteral("update caratula set ") + partes.join(QStringLiteral(", ")) +
+                          QStringLiteral(" where interno = ?"),
+                      valores);
         return true;
     } catch (const KorvenError& e) {
         ctx_.dialogos().Mensaje(

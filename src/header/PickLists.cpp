@@ -19,8 +19,8 @@ QString PickLists::Descripcion(const QString& entidad, const QString& tabla,
     if (codigo.isEmpty())
         return {};
     Recordset rs = ctx_.stores().getDataConnectionByEntity(entidad).Abrir(
-        QStringLiteral("select descripcion from ") + tabla + QStringLiteral(" where id = ") +
-        SqlTexto(codigo));
+        QStringLiteral("select descripcion from ") + tabla + QStringLiteral(" where id = ?"),
+        {codigo});
     return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("descripcion"))) : QString();
 }
 
@@ -104,13 +104,12 @@ QString PickLists::TituloONCCA(const QString& lista) {
     return QStringLiteral("ONCCA - ") + lista;
 }
 
-// A category, or a position that the cut's position begins.
-QString PickLists::FiltroCortes(const QString& filtro) {
+// A category, or a position that the cut's position begins; the filter is bound twice.
+QString PickLists::FiltroCortes(const QString& filtro, QVariantList& valores) {
     if (filtro.isEmpty())
         return {};
-    const QString f = SqlTexto(filtro);
-    return QStringLiteral(" (categoria = ") + f + QStringLiteral(" or (ncm <> '' and ") + f +
-           QStringLiteral(" like (ncm || '%')))");
+    valores << filtro << filtro;
+    return QStringLiteral(" (categoria = ? or (ncm <> '' and ? like (ncm || '%')))");
 }
 
 QString PickLists::DescripcionONCCA(const QString& lista, const QString& codigo,
@@ -118,24 +117,26 @@ QString PickLists::DescripcionONCCA(const QString& lista, const QString& codigo,
     if (codigo.isEmpty())
         return {};
     QString sql = QStringLiteral("select descripcion from ") + TablaONCCA(lista) +
-                  QStringLiteral(" where id = ") + SqlTexto(codigo);
+                  QStringLiteral(" where id = ?");
+    QVariantList valores{codigo};
     const QString cortes =
-        lista.toLower() == QStringLiteral("cortes") ? FiltroCortes(filtro) : QString();
+        lista.toLower() == QStringLiteral("cortes") ? FiltroCortes(filtro, valores) : QString();
     if (!cortes.isEmpty())
         sql += QStringLiteral(" and") + cortes;
     sql += QStringLiteral(" order by descripcion");
-    Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql);
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql, valores);
     return IsRecord(rs) ? EsNull(rs.Fields(QStringLiteral("descripcion"))) : QString();
 }
 
 QString PickLists::ListadoONCCA(const QString& lista, const QString& filtro) {
     const bool esCortes = lista.toLower() == QStringLiteral("cortes");
     QString sql = QStringLiteral("select id,descripcion from ") + TablaONCCA(lista);
-    const QString cortes = esCortes ? FiltroCortes(filtro) : QString();
+    QVariantList valores;
+    const QString cortes = esCortes ? FiltroCortes(filtro, valores) : QString();
     if (!cortes.isEmpty())
         sql += QStringLiteral(" where") + cortes;
     sql += esCortes ? QStringLiteral(" order by categoria,id") : QStringLiteral(" order by id");
-    Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql);
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kSystablas).Abrir(sql, valores);
     QList<ListasCodigos::Fila> filas;
     for (; !rs.Eof(); rs.MoveNext()) {
         ListasCodigos::Fila f;

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QVariantList>
 
 namespace korven {
 
@@ -66,7 +67,7 @@ public:
 
 private:
     QString Descripcion(const QString& entidad, const QString& tabla, const QString& codigo);
-    static QString FiltroCortes(const QString& filtro);
+    static QString FiltroCortes(const QString& filtro, QVariantList& valores);
 
     AppContext& ctx_;
 };

@@ -43,7 +43,7 @@ QString Transportes::BuscarTrans(const QString& cuit, bool* encontrado) {
     }
     try {
         Recordset rs = ctx_.stores().getDataConnectionByEntity(kPersonal).Abrir(
-            QStringLiteral("select nombre from transporte where cuit = ") + SqlTexto(cuit));
+            QStringLiteral("select nombre from transporte where cuit = ?"), {cuit});
         if (IsRecord(rs)) {
             if (encontrado)
                 *encontrado = true;
@@ -61,7 +61,7 @@ bool Transportes::Eliminar(const QString& cuit) {
         return false;
     try {
         const int filas = ctx_.stores().getDataConnectionByEntity(kPersonal).Ejecutar(
-            QStringLiteral("delete from transporte where cuit = ") + SqlTexto(cuit));
+            QStringLiteral("delete from transporte where cuit = ?"), {cuit});
         if (filas == 0) {
             ctx_.dialogos().Mensaje(QStringLiteral("0 cero registros eliminados"));
             return false;
@@ -84,21 +84,21 @@ bool Transportes::Guardar(int modo, const QString& anterior, const QString& cuit
                 return false;
             }
             Transaccion tx(ctx_.stores(), {kPersonal});
-            Recordset rs = cn.Abrir(QStringLiteral("select nombre from transporte where cuit = ") +
-                                    SqlTexto(cuit));
+            Recordset rs =
+                cn.Abrir(QStringLiteral("select nombre from transporte where cuit = ?"), {cuit});
             if (IsRecord(rs)) {
                 ctx_.dialogos().Mensaje(QStringLiteral("El CUIT ingresado ya existe en el sistema"),
                                         QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
                 return false;
             }
-            cn.Ejecutar(QStringLiteral("insert into transporte(cuit,nombre) values (") +
-                        SqlTexto(cuit) + QLatin1Char(',') + SqlTexto(nombre) + QLatin1Char(')'));
+            cn.Ejecutar(QStringLiteral("insert into transporte(cuit,nombre) values (?,?)"),
+                        {cuit, nombre});
             tx.Confirmar();
             return true;
         }
-        return cn.Ejecutar(QStringLiteral("update transporte set cuit = ") + SqlTexto(cuit) +
-                           QStringLiteral(", nombre = ") + SqlTexto(nombre) +
-                           QStringLiteral(" where cuit = ") + SqlTexto(anterior)) > 0;
+        return cn.Ejecutar(
+                   QStringLiteral("update transporte set cuit = ?, nombre = ? where cuit = ?"),
+                   {cuit, nombre, anterior}) > 0;
     } catch (const KorvenError& e) {
         Error(e);
     }

@@ -178,6 +178,14 @@ QString Formato(const QVariant& valor, const QString& mascara) {
         }
         return f.isValid() ? FormatoFecha(f, mascara) : EsNull(valor);
     }
+    const int tipo = valor.metaType().id();
+    if (tipo == QMetaType::QString || tipo == QMetaType::QByteArray) {
+        // Text is what the clerk typed: it follows the system separator.
+        double v = 0;
+        if (LeerNumeroTecleado(valor.toString(), &v))
+            return Formato(v, mascara);
+        return EsNull(valor);
+    }
     if (EsNumerico(valor))
         return Formato(EsNumero(valor), mascara);
     return EsNull(valor);

@@ -36,8 +36,9 @@ QString Formato(double valor, const QString& mascara, const QString& separador);
 // "dd/mm/yyyy", "dd-mm-yyyy", "dd-mm-yy", "yyyyMMdd". An invalid date gives the empty text.
 QString FormatoFecha(const QDate& fecha, const QString& mascara);
 
-// Formats a value the way the legacy Format did: numbers (or numeric text) by a number mask,
-// dates (or date text) by a date mask. Anything else comes back as its text.
+// Formats a value the way the legacy Format did: numbers (or text typed in the system
+// separator) by a number mask, dates (or date text) by a date mask. Anything else comes back as
+// its text.
 QString Formato(const QVariant& valor, const QString& mascara);
 
 // Rounds half away from zero to the given decimals on the decimal value of the number.

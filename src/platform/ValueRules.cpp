@@ -37,23 +37,27 @@ bool EsTipoNumerico(const QVariant& v) {
     }
 }
 
-// Reads text typed in the system's format ("1.234,5" in Argentina) or with a plain point.
+// Reads a value of a store kept as text: "." is the decimal point, there is no grouping.
 bool LeerNumero(const QString& texto, double* valor) {
     const QString t = texto.trimmed();
     if (t.isEmpty())
         return false;
+    QLocale c = QLocale::c();
+    c.setNumberOptions(QLocale::RejectGroupSeparator);
     bool ok = false;
-    double v = QLocale().toDouble(t, &ok);
-    if (!ok) {
-        QLocale c = QLocale::c();
-        c.setNumberOptions(QLocale::RejectGroupSeparator);
-        v = c.toDouble(t, &ok);
-    }
+    const double v = c.toDouble(t, &ok);
     if (ok && !std::isfinite(v))
         ok = false;
     if (ok && valor)
         *valor = v;
     return ok;
+}
+
+bool SoloDigitos(const QString& t) {
+    for (const QChar c : t)
+        if (c.unicode() < u'0' || c.unicode() > u'9')
+            return false;
+    return true;
 }
 
 // The text of a number with a point, as short as reads back the same.
@@ -71,6 +75,59 @@ QString EsNull(const QVariant& valor) {
     if (valor.metaType().id() == QMetaType::Double || valor.metaType().id() == QMetaType::Float)
         return TextoNumero(valor.toDouble()).replace(QLatin1Char('.'), SeparadorDecimal());
     return valor.toString();
+}
+
+bool LeerNumeroTecleado(const QString& texto, double* valor) {
+    const QString sep = SeparadorDecimal();
+    const QChar s = sep == QStringLiteral(",") ? QLatin1Char(',') : QLatin1Char('.');
+    const QChar g = s == QLatin1Char(',') ? QLatin1Char('.') : QLatin1Char(',');
+    QString t = texto.trimmed();
+    QString signo;
+    if (t.startsWith(QLatin1Char('-')) || t.startsWith(QLatin1Char('+'))) {
+        if (t.startsWith(QLatin1Char('-')))
+            signo = QStringLiteral("-");
+        t.remove(0, 1);
+    }
+    const qsizetype p = t.indexOf(s);
+    if (p >= 0 && t.indexOf(s, p + 1) >= 0)
+        return false;
+    QString entero = p >= 0 ? t.left(p) : t;
+    const QString decimales = p >= 0 ? t.mid(p + 1) : QString();
+    if (!SoloDigitos(decimales))
+        return false;
+    if (entero.contains(g)) {
+        // The other mark only groups thousands: "1.234.567" under ",".
+        const QStringList grupos = entero.split(g);
+        if (grupos.first().isEmpty() || grupos.first().size() > 3)
+            return false;
+        for (qsizetype i = 0; i < grupos.size(); ++i)
+            if (!SoloDigitos(grupos.at(i)) || (i > 0 && grupos.at(i).size() != 3))
+                return false;
+        entero = grupos.join(QString());
+    } else if (!SoloDigitos(entero)) {
+        return false;
+    }
+    if (entero.isEmpty() && decimales.isEmpty())
+        return false;
+    const QString normal = signo + (entero.isEmpty() ? QStringLiteral("0") : entero) +
+                           QLatin1Char('.') +
+                           (decimales.isEmpty() ? QStringLiteral("0") : decimales);
+    bool ok = false;
+    const double v = QLocale::c().toDouble(normal, &ok);
+    if (!ok || !std::isfinite(v))
+        return false;
+    if (valor)
+        *valor = v;
+    return true;
+}
+
+bool EsNumeroTecleado(const QString& texto) {
+    return LeerNumeroTecleado(texto, nullptr);
+}
+
+double NumeroTecleado(const QString& texto) {
+    double v = 0;
+    return LeerNumeroTecleado(texto, &v) ? v : 0.0;
 }
 
 bool EsNumerico(const QVariant& valor) {
@@ -96,15 +153,14 @@ double EsNumero(const QVariant& valor) {
 }
 
 QString SqlNumero(const QVariant& valor, const QString& separador) {
-    if (!EsNumerico(valor))
+    double v = 0;
+    if (EsTipoNumerico(valor))
+        v = valor.toDouble();
+    else if (!valor.isValid() || valor.isNull() || !LeerNumeroTecleado(valor.toString(), &v))
         return QStringLiteral("0");
-    QString t = EsTipoNumerico(valor) ? TextoNumero(valor.toDouble()) : valor.toString().trimmed();
-    if (!separador.trimmed().isEmpty()) {
-        t.replace(QLatin1Char(','), separador);
-        t.replace(QLatin1Char('.'), separador);
-    } else {
-        t.replace(QLatin1Char(','), QLatin1Char('.'));
-    }
+    QString t = TextoNumero(v);
+    if (!separador.trimmed().isEmpty())
+        t.replace(QLatin1Char('.'), separador.trimmed());
     return t;
 }
 
@@ -211,6 +267,29 @@ QString ReemplazarSeparadorDecimal(const QString& texto) {
 QString PonerPuntoDecimal(const QString& texto) {
     QString t = texto;
     t.replace(SeparadorDecimal(), QStringLiteral("."));
+    return t;
+}
+
+QString SinControles(const QString& texto) {
+    QString t;
+    t.reserve(texto.size());
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        const QChar c = texto.at(i);
+        const char16_t u = c.unicode();
+        if ((u < 0x20 && u != u'\t' && u != u'\r' && u != u'\n') || (u >= 0x7F && u <= 0x9F))
+            continue;
+        // Half a character (a text cut in the middle of a pair) cannot be stored either.
+        if (c.isHighSurrogate()) {
+            if (i + 1 < texto.size() && texto.at(i + 1).isLowSurrogate()) {
+                t.append(c);
+                t.append(texto.at(++i));
+            }
+            continue;
+        }
+        if (c.isLowSurrogate())
+            continue;
+        t.append(c);
+    }
     return t;
 }
 

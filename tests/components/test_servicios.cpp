@@ -42,10 +42,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("sep");
         QTest::addColumn<QString>("texto");
         QTest::addColumn<double>("numero");
+        // A value of a store: "." is its decimal point under either separator.
         QTest::newRow("coma") << ","
-                              << "1.234,5" << 1234.5;
+                              << "1234.5" << 1234.5;
         QTest::newRow("punto") << "."
-                               << "1,234.5" << 1234.5;
+                               << "1234.5" << 1234.5;
         QTest::newRow("no numero") << ","
                                    << "12 kg" << 0.0;
     }

@@ -8,8 +8,10 @@
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -21,6 +23,26 @@ namespace {
 QString Tag(const QWidget* w) {
     return w->property("Tag").toString();
 }
+
+// A paste takes the clipboard's text without its control characters before the field cuts it
+// to its maximum length, so that what is dropped does not use up room.
+class FiltroPegado : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* objeto, QEvent* evento) override {
+        if (evento->type() == QEvent::KeyPress &&
+            static_cast<QKeyEvent*>(evento)->matches(QKeySequence::Paste)) {
+            auto* txt = qobject_cast<QLineEdit*>(objeto);
+            if (txt && !txt->isReadOnly()) {
+                txt->insert(SinControles(QGuiApplication::clipboard()->text()));
+                return true;
+            }
+        }
+        return QObject::eventFilter(objeto, evento);
+    }
+};
 
 void PonerColor(QWidget* w, const QColor& c) {
     QPalette p = w->palette();
@@ -47,6 +69,7 @@ void ClCntrl::sLinkText(QLineEdit* txt) {
     if (!parent())
         setParent(txt);
     txt->installEventFilter(this);
+    SoloTexto(txt);
     connect(txt, &QLineEdit::textChanged, this, [this] { Change(); });
 }
 
@@ -101,6 +124,21 @@ int ClCntrl::BuscarCBO(const QString& texto) {
     return encontrada;
 }
 
+void ClCntrl::SoloTexto(QLineEdit* txt) {
+    if (!txt)
+        return;
+    txt->installEventFilter(new FiltroPegado(txt));
+    connect(txt, &QLineEdit::textChanged, txt, [txt](const QString& texto) {
+        const QString limpio = SinControles(texto);
+        if (limpio.size() == texto.size())
+            return;
+        const int pos = txt->cursorPosition();
+        const int antes = static_cast<int>(SinControles(texto.left(pos)).size());
+        txt->setText(limpio);
+        txt->setCursorPosition(antes);
+    });
+}
+
 void ClCntrl::VaciarTxt(QWidget* form) {
     if (!form)
         return;
@@ -133,8 +171,8 @@ void ClCntrl::Change() {
     try {
         ctx_.stores()
             .getDataConnectionByEntity(QStringLiteral("INTERNOS"))
-            .Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ") +
-                      SqlTexto(interno));
+            .Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ?"),
+                      {interno});
         ctx_.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno,
                                     QString());
     } catch (const KorvenError& e) {

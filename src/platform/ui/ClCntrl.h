@@ -44,6 +44,10 @@ public:
     // without regard to case; the index chosen, -1 when no row matches.
     int LstBuscarStr(const QString& texto);
     int BuscarCBO(const QString& texto);
+    // Keeps control characters out of a text box, however they come in (typed, pasted or set by
+    // the program): NUL and the like are dropped at once; tab and line ends stay. Every text
+    // box linked to a companion gets this.
+    static void SoloTexto(QLineEdit* txt);
     // Clears every text box of the form.
     static void VaciarTxt(QWidget* form);
 
