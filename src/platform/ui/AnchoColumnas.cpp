@@ -16,6 +16,9 @@ void Ajustar_(Vista* v, QHeaderView* cabecera, int maximo, int desde, Ajustar aj
     for (int c = desde; c < columnas; ++c) {
         if (cabecera->isSectionHidden(c))
             continue;
+        // A stretched last column takes the room the others leave.
+        if (c == columnas - 1 && cabecera->stretchLastSection())
+            continue;
         ajustar(c);
         if (cabecera->sectionSize(c) > maximo)
             cabecera->resizeSection(c, maximo);
