@@ -2,7 +2,8 @@
 # Installs what building and testing Korven needs on Debian 12, when it is missing.
 set -euo pipefail
 paquetes=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite
-          libqt6sql6-psql libsqlite3-dev libgl1-mesa-dev postgresql xvfb xauth clang-format)
+          libqt6sql6-psql qt6-translations-l10n libsqlite3-dev libgl1-mesa-dev postgresql xvfb
+          xauth clang-format)
 faltan=()
 for p in "${paquetes[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || faltan+=("$p")

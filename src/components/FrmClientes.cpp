@@ -5,6 +5,7 @@
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
+#include "platform/ui/AnchoColumnas.h"
 #include "platform/ui/ClCntrl.h"
 #include "ui_FrmClientes.h"
 
@@ -51,6 +52,7 @@ void FrmClientes::Cargar() {
                 .Listar(ui->TxtBuscarCuit->text().trimmed(), ui->TxtBuscarNombre->text().trimmed());
         for (const Cliente& c : clientes)
             new QTreeWidgetItem(ui->LstClientes, {c.cuit, c.nombre, c.domicilio, c.email});
+        AjustarColumnas(ui->LstClientes);
     } catch (const KorvenError& e) {
         Error(QStringLiteral("Sección Clientes"), e.numero(), e.descripcion());
     }

@@ -8,6 +8,7 @@
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
 #include "platform/ValueRules.h"
+#include "platform/ui/AnchoColumnas.h"
 #include "platform/ui/ClCntrl.h"
 #include "ui_FrmInternoNew.h"
 
@@ -181,6 +182,8 @@ void FrmInternoNew::LlenarGrilla() {
             primera = ordenados.first()->child(0);
     }
     g->expandAll();
+    // The first column holds the flag, and the group and detail lines spread over it.
+    AjustarColumnas(g, AnchoColumnaMaximo, 1);
     g->setUpdatesEnabled(true);
     if (primera) {
         g->setFocus();

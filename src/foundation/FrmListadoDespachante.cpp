@@ -4,6 +4,7 @@
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
+#include "platform/ui/AnchoColumnas.h"
 #include "ui_FrmListadoDespachante.h"
 
 #include <QKeyEvent>
@@ -17,6 +18,7 @@ FrmListadoDespachante::FrmListadoDespachante(AppContext& ctx, const QVariantMap&
     try {
         for (const QStringList& f : ListasMaestras(ctx.stores()).Despachantes())
             new QTreeWidgetItem(ui->Lst, f);
+        AjustarColumnas(ui->Lst);
         if (ui->Lst->topLevelItemCount() > 0)
             ui->Lst->setCurrentItem(ui->Lst->topLevelItem(0));
     } catch (const KorvenError& e) {

@@ -2,6 +2,7 @@
 
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
+#include "platform/ui/AnchoColumnas.h"
 #include "ui_FrmListadoeX.h"
 
 #include <QKeyEvent>
@@ -28,10 +29,12 @@ FrmListadoeX::FrmListadoeX(AppContext& ctx, const QVariantMap& args, QWidget* pa
 
     for (const QVariant& f : args.value(QStringLiteral("filas")).toList())
         new QTreeWidgetItem(ui->Lst, f.toStringList());
-    // Widths come in twips, 15 to the pixel.
+    // The columns fit their texts, at least as wide as the caller asks (in twips, 15 to the
+    // pixel).
+    AjustarColumnas(ui->Lst);
     const QVariantList anchos = args.value(QStringLiteral("anchos")).toList();
     for (int i = 0; i < anchos.size() && i < 2; ++i)
-        ui->Lst->setColumnWidth(i, anchos.at(i).toInt() / 15);
+        ui->Lst->setColumnWidth(i, qMax(ui->Lst->columnWidth(i), anchos.at(i).toInt() / 15));
     if (ui->Lst->topLevelItemCount() > 0)
         ui->Lst->setCurrentItem(ui->Lst->topLevelItem(0));
     connect(ui->Lst, &QTreeWidget::itemDoubleClicked, this, [this] { Elegir(); });

@@ -4,6 +4,7 @@
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
+#include "platform/ui/AnchoColumnas.h"
 #include "ui_FrmLstVendedores.h"
 
 #include <QKeyEvent>
@@ -62,6 +63,7 @@ void FrmLstVendedores::CargarLst() {
             item->setText(1, porNombre_ ? f.at(0) : f.at(1));
             item->setText(kColDomicilio, f.at(2));
         }
+        AjustarColumnas(ui->Lst);
         ui->Lst->setCurrentItem(ui->Lst->topLevelItem(0));
     } catch (const KorvenError& e) {
         Error(QStringLiteral("Sección Vendedores"), e.numero(), e.descripcion());

@@ -36,6 +36,11 @@ FrmPrincipal::FrmPrincipal(AppContext& ctx, std::function<void(int)> finDelProce
     connect(internos, &QAction::triggered, this, [this] { mnuinternos_Click(); });
 }
 
+QSize FrmPrincipal::AreaDePantallas(const QSize& escritorio) const {
+    return {escritorio.width() - BordesAncho,
+            escritorio.height() - BarraDeTareas - BordesAlto - menuBar()->sizeHint().height()};
+}
+
 void FrmPrincipal::mnuinternos_Click() {
     try {
         ctx_.AbrirModal(QStringLiteral("FrmInternoNew"));

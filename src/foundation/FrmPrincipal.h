@@ -22,7 +22,17 @@ public:
     FrmPrincipal(AppContext& ctx, std::function<void(int)> finDelProceso,
                  QWidget* parent = nullptr);
 
+    // Room taken on the desktop besides the screens: the title bar and borders of a window, and
+    // the task bar at the foot of the desktop.
+    static constexpr int BordesAncho = 8;
+    static constexpr int BordesAlto = 38;
+    static constexpr int BarraDeTareas = 40;
+
     QMdiArea* area() const { return area_; }
+    // The room a screen has on a desktop of that size, below the frame's menu bar and above the
+    // task bar, without its own title bar and borders: no screen is larger than this at
+    // 1024 x 768.
+    QSize AreaDePantallas(const QSize& escritorio) const;
     // "Korven Windows - 01.00.00".
     static QString Titulo();
 

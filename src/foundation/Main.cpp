@@ -11,6 +11,8 @@
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
 #include "platform/StoreDirectory.h"
+#include "platform/ui/IdiomaEscritorio.h"
+#include "platform/ui/TeclasEscritorio.h"
 
 #ifdef KORVEN_CON_COMPONENTES
 #include "components/RegistrarComponentesPropios.h"
@@ -64,6 +66,11 @@ std::unique_ptr<Sesion> Main(const ParametrosArranque& p) {
     };
     int linea = 0;
     bool cursor = false;
+    // Qt's standard boxes in the clerk's language, and the keys every screen shares.
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+        InstalarIdiomaEscritorio(QCoreApplication::instance());
+        TeclasEscritorio::Instalar(QCoreApplication::instance());
+    }
     try {
         linea = 10;
         StoreDirectory& stores = sesion->stores();

@@ -15,6 +15,7 @@
 #include "platform/KorvenError.h"
 #include "platform/ValueRules.h"
 #include "platform/ui/ClCntrl.h"
+#include "platform/ui/SeguirFoco.h"
 #include "ui_FrmCaratula.h"
 
 #include <QAbstractItemView>
@@ -46,6 +47,7 @@ void Vaciar(QWidget* w) {
 FrmCaratula::FrmCaratula(AppContext& ctx, const QVariantMap& args, QWidget* padre)
     : QDialog(padre), ui(std::make_unique<Ui::FrmCaratula>()), ctx_(ctx) {
     ui->setupUi(this);
+    SeguirFoco(ui->scrDatos);
     for (QWidget* w : findChildren<QWidget*>())
         if (!w->objectName().isEmpty())
             controles_.insert(w->objectName().toLower(), w);

@@ -4,6 +4,7 @@
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
+#include "platform/ui/AnchoColumnas.h"
 #include "ui_FrmLstTrans.h"
 
 #include <QKeyEvent>
@@ -14,7 +15,6 @@ FrmLstTrans::FrmLstTrans(AppContext& ctx, const QVariantMap&, QWidget* padre)
     : QDialog(padre), ui(std::make_unique<Ui::FrmLstTrans>()), ctx_(ctx) {
     ui->setupUi(this);
     setProperty("Respuesta", QVariantMap());
-    ui->Lst->setColumnWidth(0, 130);
     ui->Lst->installEventFilter(this);
     connect(ui->Lst, &QTreeWidget::itemDoubleClicked, this, [this] { Elegir(); });
     Cargar();
@@ -27,6 +27,7 @@ void FrmLstTrans::Cargar() {
     ui->Lst->clear();
     for (const Transportes::Agente& a : Transportes(ctx_).Cargar())
         ui->Lst->addTopLevelItem(new QTreeWidgetItem(QStringList{a.cuit, a.nombre}));
+    AjustarColumnas(ui->Lst);
     if (ui->Lst->topLevelItemCount() > 0)
         ui->Lst->setCurrentItem(ui->Lst->topLevelItem(0));
 }

@@ -12,6 +12,12 @@ bool Pantallas::Registrada(const QString& nombre) const {
     return abridores_.contains(nombre.toUpper());
 }
 
+QStringList Pantallas::Nombres() const {
+    QStringList n = abridores_.keys();
+    n.sort();
+    return n;
+}
+
 QVariant Pantallas::AbrirModal(AppContext& ctx, const QString& nombre,
                                const QVariantMap& args) const {
     const auto a = abridores_.constFind(nombre.toUpper());

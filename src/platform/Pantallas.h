@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <functional>
 
@@ -21,6 +22,8 @@ public:
 
     void Registrar(const QString& nombre, Abridor abridor);
     bool Registrada(const QString& nombre) const;
+    // The names registered (upper-case), sorted.
+    QStringList Nombres() const;
     // Throws KorvenError when no screen of that name is registered.
     QVariant AbrirModal(AppContext& ctx, const QString& nombre, const QVariantMap& args = {}) const;
 
