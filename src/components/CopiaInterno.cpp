@@ -17,35 +17,34 @@ namespace {
 const QString kInternos = QStringLiteral("INTERNOS");
 const QString kSystablas = QStringLiteral("SYSTABLAS");
 
-// Copies every row of one table of the Operation, with the columns named in cambios taking the
-// values given there (the key always takes the new number).
-void CopiarTabla(Conexion& cx, const QString& tabla, const QString& origen, const QString& destino,
-                 QHash<QString, QVariant> cambios = {}) {
-    cambios.insert(QStringLiteral("interno"), destino);
-    Recordset rs = cx.Abrir(
-        QStringLiteral("select * from ") + tabla + QStringLiteral(" where interno = ?"), {origen});
-    const QStringList campos = rs.Campos();
-    QStringList marcas;
-    for (int i = 0; i < campos.size(); ++i)
-        marcas << QStringLiteral("?");
-    const QString sql = QStringLiteral("insert into ") + tabla + QStringLiteral(" (") +
-                        campos.join(QLatin1Char(',')) + QStringLiteral(") values (") +
-                        marcas.join(QLatin1Char(',')) + QLatin1Char(')');
-    for (; !rs.Eof(); rs.MoveNext()) {
-        QVariantList valores;
-        for (const QString& c : campos) {
-            const auto cambio = cambios.constFind(c.toLower());
-            valores << (cambio != cambios.cend() ? *cambio : rs.Fields(c));
-        }
-        cx.Ejecutar(sql, valores);
+// Copies every row of one table of the Operation in one statement, the key taking the new
+// number and the columns named in cambios the SQL expressions given there. The number of rows
+// copied.
+int CopiarTabla(Conexion& cx, const QString& tabla, const QString& origen, const QString& destino,
+                const QHash<QString, QString>& cambios = {}) {
+    const QStringList nombres = cx.Columnas(tabla);
+    if (nombres.isEmpty())
+        cx.Abrir(QStringLiteral("select * from ") + tabla + QStringLiteral(" where 1 = 0"));
+    QStringList columnas, valores;
+    for (const QString& c : nombres) {
+        columnas << c;
+        if (c == QStringLiteral("interno"))
+            valores << QStringLiteral("CAST(? AS text)");
+        else
+            valores << cambios.value(c, c);
     }
+    return cx.Ejecutar(QStringLiteral("insert into ") + tabla + QStringLiteral(" (") +
+                           columnas.join(QLatin1Char(',')) + QStringLiteral(") select ") +
+                           valores.join(QLatin1Char(',')) + QStringLiteral(" from ") + tabla +
+                           QStringLiteral(" where interno = ?"),
+                       {destino, origen});
 }
 
 } // namespace
 
 bool CopiaInterno::Existe(const QString& interno) {
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select interno from caratula where interno = ?"), {interno});
+        QStringLiteral("select interno from caratula where upper(interno) = upper(?)"), {interno});
     return IsRecord(rs);
 }
 
@@ -54,13 +53,17 @@ void CopiaInterno::Copiar(const QString& origen, const QString& destino) {
     {
         Transaccion tx(stores, {kInternos, kSystablas});
         Conexion& internos = stores.getDataConnectionByEntity(kInternos);
-        if (!Existe(origen))
+        // The header goes first: its key refuses a number already in use (whatever its case),
+        // and another workstation copying to the same number waits here until this one ends.
+        const int cabeceras =
+            CopiarTabla(internos, QStringLiteral("caratula"), origen, destino,
+                        {{QStringLiteral("fechaalta"),
+                          stores.getDateFormatbyEntity(kInternos, QDate::currentDate())},
+                         {QStringLiteral("factura8"), QStringLiteral("'S'")}});
+        if (cabeceras == 0)
             throw KorvenError(KorvenError::ErrorStore,
                               QStringLiteral("No existe el interno ") + origen,
                               QStringLiteral("OperationCopier.Main"));
-        CopiarTabla(internos, QStringLiteral("caratula"), origen, destino,
-                    {{QStringLiteral("fechaalta"), QDate::currentDate()},
-                     {QStringLiteral("factura8"), QStringLiteral("S")}});
         CopiarTabla(internos, QStringLiteral("facturas"), origen, destino);
         CopiarTabla(internos, QStringLiteral("subitems"), origen, destino);
         CopiarTabla(internos, QStringLiteral("prorrateo"), origen, destino);
@@ -86,12 +89,16 @@ QString CopiaInterno::Mostrar(const QString& origen) {
         if (!respuesta || respuesta->trimmed().isEmpty())
             return {};
         const QString destino = *respuesta;
-        if (Existe(destino)) {
+        try {
+            Copiar(origen, destino);
+        } catch (const KorvenError&) {
+            // The copy was undone; a header under that number is why.
+            if (!Existe(destino))
+                throw;
             ctx_.dialogos().Mensaje(QStringLiteral("El Código de interno ya existe."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
             return {};
         }
-        Copiar(origen, destino);
         return destino;
     } catch (const KorvenError& e) {
         ctx_.dialogos().Mensaje(QString::number(e.numero()) + QStringLiteral(" - ") +
