@@ -17,27 +17,28 @@ namespace {
 const QString kInternos = QStringLiteral("INTERNOS");
 const QString kSystablas = QStringLiteral("SYSTABLAS");
 
-// Copies every row of one table of the Operation in one statement, the key taking the new
-// number and the columns named in cambios the SQL expressions given there. The number of rows
-// copied.
-int CopiarTabla(Conexion& cx, const QString& tabla, const QString& origen, const QString& destino,
-                const QHash<QString, QString>& cambios = {}) {
-    const QStringList nombres = cx.Columnas(tabla);
-    if (nombres.isEmpty())
+// One table of the copy: the statement that copies its rows, the key taking the new number
+// and the columns named in cambios the SQL expressions given there. The columns are read before
+// the transaction begins: on SQLite a read inside it would keep the write that tests the number
+// from waiting for another workstation's copy to end.
+struct TablaCopia {
+    Conexion* cx;
+    QString sql;
+};
+
+TablaCopia PrepararTabla(Conexion& cx, const QString& tabla,
+                         const QHash<QString, QString>& cambios = {}) {
+    const QStringList columnas = cx.Columnas(tabla);
+    if (columnas.isEmpty()) // the store tells why
         cx.Abrir(QStringLiteral("select * from ") + tabla + QStringLiteral(" where 1 = 0"));
-    QStringList columnas, valores;
-    for (const QString& c : nombres) {
-        columnas << c;
-        if (c == QStringLiteral("interno"))
-            valores << QStringLiteral("CAST(? AS text)");
-        else
-            valores << cambios.value(c, c);
-    }
-    return cx.Ejecutar(QStringLiteral("insert into ") + tabla + QStringLiteral(" (") +
-                           columnas.join(QLatin1Char(',')) + QStringLiteral(") select ") +
-                           valores.join(QLatin1Char(',')) + QStringLiteral(" from ") + tabla +
-                           QStringLiteral(" where interno = ?"),
-                       {destino, origen});
+    QStringList valores;
+    for (const QString& c : columnas)
+        valores << (c == QStringLiteral("interno") ? QStringLiteral("CAST(? AS text)")
+                                                   : cambios.value(c, c));
+    return {&cx, QStringLiteral("insert into ") + tabla + QStringLiteral(" (") +
+                     columnas.join(QLatin1Char(',')) + QStringLiteral(") select ") +
+                     valores.join(QLatin1Char(',')) + QStringLiteral(" from ") + tabla +
+                     QStringLiteral(" where interno = ?")};
 }
 
 } // namespace
@@ -51,24 +52,27 @@ bool CopiaInterno::Existe(const QString& interno) {
 void CopiaInterno::Copiar(const QString& origen, const QString& destino) {
     StoreDirectory& stores = ctx_.stores();
     {
-        Transaccion tx(stores, {kInternos, kSystablas});
         Conexion& internos = stores.getDataConnectionByEntity(kInternos);
+        Conexion& systablas = stores.getDataConnectionByEntity(kSystablas);
+        const TablaCopia tablas[] = {
+            PrepararTabla(internos, QStringLiteral("caratula"),
+                          {{QStringLiteral("fechaalta"),
+                            stores.getDateFormatbyEntity(kInternos, QDate::currentDate())},
+                           {QStringLiteral("factura8"), QStringLiteral("'S'")}}),
+            PrepararTabla(internos, QStringLiteral("facturas")),
+            PrepararTabla(internos, QStringLiteral("subitems")),
+            PrepararTabla(internos, QStringLiteral("prorrateo")),
+            PrepararTabla(systablas, QStringLiteral("coment"))};
+        Transaccion tx(stores, {kInternos, kSystablas});
         // The header goes first: its key refuses a number already in use (whatever its case),
         // and another workstation copying to the same number waits here until this one ends.
-        const int cabeceras =
-            CopiarTabla(internos, QStringLiteral("caratula"), origen, destino,
-                        {{QStringLiteral("fechaalta"),
-                          stores.getDateFormatbyEntity(kInternos, QDate::currentDate())},
-                         {QStringLiteral("factura8"), QStringLiteral("'S'")}});
-        if (cabeceras == 0)
-            throw KorvenError(KorvenError::ErrorStore,
-                              QStringLiteral("No existe el interno ") + origen,
-                              QStringLiteral("OperationCopier.Main"));
-        CopiarTabla(internos, QStringLiteral("facturas"), origen, destino);
-        CopiarTabla(internos, QStringLiteral("subitems"), origen, destino);
-        CopiarTabla(internos, QStringLiteral("prorrateo"), origen, destino);
-        CopiarTabla(stores.getDataConnectionByEntity(kSystablas), QStringLiteral("coment"), origen,
-                    destino);
+        for (const TablaCopia& t : tablas) {
+            const int filas = t.cx->Ejecutar(t.sql, {destino, origen});
+            if (&t == &tablas[0] && filas == 0)
+                throw KorvenError(KorvenError::ErrorStore,
+                                  QStringLiteral("No existe el interno ") + origen,
+                                  QStringLiteral("OperationCopier.Main"));
+        }
         tx.Confirmar();
     }
     // The options of the Operation, but not the mark of a run in progress.

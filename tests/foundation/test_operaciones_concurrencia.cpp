@@ -136,7 +136,7 @@ void TestOperacionesConcurrencia::mismoNumeroALaVez() {
     QFETCH(QString, orden);
     auto ts = Stores(motor);
     const int lineas = 300;
-    OperacionGrande(ts->conexion("INTERNOS"), "ORIGEN", lineas);
+    OperacionGrande(ts->stores(), "ORIGEN", lineas);
     ts->stores().CloseAllDataConnection();
     const QString ini = ts->stores().parametersPath();
 
@@ -214,8 +214,8 @@ void TestOperacionesConcurrencia::matarEnMedio() {
     auto ts = Stores(motor);
     const int lineas = 4000;
     const QMap<QString, int> entera = FilasDeOperacionGrande(lineas);
-    OperacionGrande(ts->conexion("INTERNOS"), "ORIGEN", lineas);
-    QCOMPARE(FilasDe(ts->conexion("INTERNOS"), "ORIGEN", TodasLasTablas()), entera);
+    OperacionGrande(ts->stores(), "ORIGEN", lineas);
+    QCOMPARE(FilasDe(ts->stores(), "ORIGEN", TodasLasTablas()), entera);
     const bool copiar = trabajo == QStringLiteral("copiar");
     // What the copy looks like when made, and what a deletion leaves (idrel, sysflag and coment
     // stay behind on purpose).
@@ -233,7 +233,7 @@ void TestOperacionesConcurrencia::matarEnMedio() {
     auto correr = [&](int r, qint64 espera, qint64* duracion) {
         const QString numero = copiar ? QStringLiteral("ORIGEN") : QStringLiteral("D-%1").arg(r);
         if (!copiar)
-            OperacionGrande(ts->conexion("INTERNOS"), numero, lineas);
+            OperacionGrande(ts->stores(), numero, lineas);
         ts->stores().CloseAllDataConnection();
         QProcess p;
         p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -260,11 +260,10 @@ void TestOperacionesConcurrencia::matarEnMedio() {
     for (int r = 1; r <= 20; ++r) {
         const bool termino =
             correr(r, static_cast<qint64>(azar.bounded(static_cast<double>(duracion))), nullptr);
-        Conexion& cx = ts->conexion("INTERNOS");
         if (copiar) {
-            QCOMPARE(FilasDe(cx, "ORIGEN", TodasLasTablas()), entera);
+            QCOMPARE(FilasDe(ts->stores(), "ORIGEN", TodasLasTablas()), entera);
             const QMap<QString, int> copia =
-                FilasDe(cx, QStringLiteral("C-%1").arg(r), TablasDeLaCopia());
+                FilasDe(ts->stores(), QStringLiteral("C-%1").arg(r), TablasDeLaCopia());
             QMap<QString, int> vacia = copia;
             for (int& v : vacia)
                 v = 0;
@@ -273,7 +272,7 @@ void TestOperacionesConcurrencia::matarEnMedio() {
             enteras += copia == copiada;
         } else {
             const QMap<QString, int> quedan =
-                FilasDe(cx, QStringLiteral("D-%1").arg(r), TodasLasTablas());
+                FilasDe(ts->stores(), QStringLiteral("D-%1").arg(r), TodasLasTablas());
             QVERIFY2(quedan == entera || quedan == borrada,
                      qPrintable(QStringLiteral("ronda %1").arg(r)));
             enteras += quedan == entera;

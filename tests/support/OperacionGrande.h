@@ -3,7 +3,7 @@
 // A large Operation made by the store itself (one statement per table), for the tests that kill
 // a copy or a deletion half-way and for the benchmarks.
 
-#include "platform/Conexion.h"
+#include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
 #include <QMap>
@@ -27,11 +27,19 @@ inline const QStringList& TablasDeLaCopia() {
     return t;
 }
 
-// Builds the Operation on one connection (every store in one database).
-inline void OperacionGrande(Conexion& cx, const QString& interno, int n,
+// The store of a table of an Operation.
+inline Conexion& ConexionDe(StoreDirectory& stores, const QString& tabla) {
+    const bool sys = tabla == QStringLiteral("hval") || tabla == QStringLiteral("hvalexp") ||
+                     tabla == QStringLiteral("coment");
+    return stores.getDataConnectionByEntity(sys ? QStringLiteral("SYSTABLAS")
+                                                : QStringLiteral("INTERNOS"));
+}
+
+inline void OperacionGrande(StoreDirectory& stores, const QString& interno, int n,
                             const QString& cliente = QStringLiteral("30500010912"),
                             const QString& alta = QStringLiteral("2026-01-15")) {
     const QVariantList x{interno};
+    Conexion& cx = ConexionDe(stores, QStringLiteral("caratula"));
     auto serie = [](int hasta) {
         return QStringLiteral(" WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
                               "WHERE i < %1) ")
@@ -64,22 +72,29 @@ inline void OperacionGrande(Conexion& cx, const QString& interno, int n,
     llenar("itempresu", "concepto, valordolar", "'C' || i, i", 5);
     llenar("itemref", "referencia, valor", "'R' || i, 'v'", 5);
     llenar("descargas", "dit, item, subitem", "'D', i, i", 50);
-    cx.Ejecutar(QStringLiteral("insert into hval (interno) values (?)"), x);
-    cx.Ejecutar(QStringLiteral("insert into hvalexp (interno) values (?)"), x);
+    ConexionDe(stores, QStringLiteral("hval"))
+        .Ejecutar(QStringLiteral("insert into hval (interno) values (?)"), x);
+    ConexionDe(stores, QStringLiteral("hvalexp"))
+        .Ejecutar(QStringLiteral("insert into hvalexp (interno) values (?)"), x);
     llenar("idrel", "idroot, idsub", "i, i", n);
     llenar("sysflag", "flag, valor, item", "'F' || i, 'S', 0", 5);
-    cx.Ejecutar(QStringLiteral("insert into coment (interno, coment) values (?, 'Llega el lunes')"),
-                x);
+    ConexionDe(stores, QStringLiteral("coment"))
+        .Ejecutar(
+            QStringLiteral("insert into coment (interno, coment) values (?, 'Llega el lunes')"), x);
 }
 
 // Rows of each table under one number.
-inline QMap<QString, int> FilasDe(Conexion& cx, const QString& interno, const QStringList& tablas) {
+inline QMap<QString, int> FilasDe(StoreDirectory& stores, const QString& interno,
+                                  const QStringList& tablas) {
     QMap<QString, int> r;
-    for (const QString& t : tablas)
-        r.insert(t, static_cast<int>(EsNumero(cx.Abrir(QStringLiteral("select count(*) from ") + t +
-                                                           QStringLiteral(" where interno = ?"),
-                                                       {interno})
-                                                  .Fields(0))));
+    for (const QString& t : tablas) {
+        const QVariant n = ConexionDe(stores, t)
+                               .Abrir(QStringLiteral("select count(*) from ") + t +
+                                          QStringLiteral(" where interno = ?"),
+                                      {interno})
+                               .Fields(0);
+        r.insert(t, static_cast<int>(EsNumero(n)));
+    }
     return r;
 }
 
