@@ -14,11 +14,32 @@ namespace korven {
 
 namespace {
 
-KorvenError ErrorDeStore(const QSqlError& e, const QString& sql) {
+// SQLite's codes of a store another connection holds (busy, locked), in their primary form.
+constexpr int SqliteOcupada = 5;
+constexpr int SqliteBloqueada = 6;
+
+// A store error with the store's number and text; a busy store, a serialization failure or a
+// deadlock are told in the system's own words (the engine's number stays).
+KorvenError ErrorDeStore(const QSqlError& e, const QString& sql, Motor motor) {
+    const QString codigo = e.nativeErrorCode().trimmed();
     bool ok = false;
-    int n = e.nativeErrorCode().toInt(&ok);
+    int n = codigo.toInt(&ok);
     if (!ok || n == 0)
         n = KorvenError::ErrorStore;
+    if (motor == Motor::SQLite && ok &&
+        ((n & 0xff) == SqliteOcupada || (n & 0xff) == SqliteBloqueada))
+        return KorvenError(n,
+                           QStringLiteral("La base de datos está ocupada por otra estación de "
+                                          "trabajo y no se liberó a tiempo; la acción no se hizo. "
+                                          "Inténtelo de nuevo en unos momentos."),
+                           sql);
+    if (motor == Motor::PostgreSQL &&
+        (codigo == QLatin1String("40001") || codigo == QLatin1String("40P01")))
+        return KorvenError(n,
+                           QStringLiteral("Otra estación de trabajo modificó los mismos datos al "
+                                          "mismo tiempo; la acción se deshizo. Inténtelo de "
+                                          "nuevo."),
+                           sql);
     QString texto = e.databaseText().isEmpty() ? e.text() : e.databaseText();
     return KorvenError(n, texto.trimmed(), sql);
 }
@@ -70,7 +91,7 @@ Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametr
     if (!ok) {
         if (nivel_ > 0)
             fallida_ = true;
-        throw ErrorDeStore(q.lastError(), sql);
+        throw ErrorDeStore(q.lastError(), sql, motor_);
     }
     if (filas)
         *filas = q.numRowsAffected();
@@ -89,7 +110,7 @@ Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametr
         datos.push_back(std::move(fila));
     }
     if (q.lastError().isValid())
-        throw ErrorDeStore(q.lastError(), sql);
+        throw ErrorDeStore(q.lastError(), sql, motor_);
     return Recordset(campos, std::move(datos));
 }
 
@@ -136,8 +157,15 @@ QVariant Conexion::Escalar(const QString& sql) {
 void Conexion::Comenzar() {
     if (nivel_ == 0) {
         QSqlDatabase db = QSqlDatabase::database(nombreQt_, false);
-        if (!db.transaction())
-            throw ErrorDeStore(db.lastError(), QStringLiteral("BEGIN"));
+        if (motor_ == Motor::SQLite) {
+            // Takes the write lock now: a second writer waits here, on the busy time-out,
+            // instead of failing later when its reads turn into a write.
+            QSqlQuery q(db);
+            if (!q.exec(QStringLiteral("BEGIN IMMEDIATE")))
+                throw ErrorDeStore(q.lastError(), QStringLiteral("BEGIN IMMEDIATE"), motor_);
+        } else if (!db.transaction()) {
+            throw ErrorDeStore(db.lastError(), QStringLiteral("BEGIN"), motor_);
+        }
         fallida_ = false;
     }
     ++nivel_;
@@ -152,7 +180,7 @@ void Conexion::Confirmar() {
     if (!db.commit()) {
         const QSqlError e = db.lastError();
         db.rollback();
-        throw ErrorDeStore(e, QStringLiteral("COMMIT"));
+        throw ErrorDeStore(e, QStringLiteral("COMMIT"), motor_);
     }
 }
 

@@ -20,6 +20,8 @@ public:
     static constexpr int ErrorStore = 3146;           // a statement the store refused
     static constexpr int ComponenteNoInstalado = 429; // a component that cannot be created
     static constexpr int ErrorLeerConfig = 11111;     // re-raised by the configuration reader
+    static constexpr int TransaccionDividida = 3033;  // one action over two connections
+    static constexpr int FormatoAnterior = 3049;      // stores of the former one-file-per-store
 
 private:
     int numero_;

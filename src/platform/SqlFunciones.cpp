@@ -172,17 +172,33 @@ QString AdaptarSqlSQLite(const QString& sql) {
 }
 
 void AsegurarFuncionesPostgreSQL(QSqlDatabase& db) {
+    // isnumeric answers 1 or 0, as on SQLite, so that "isnumeric(x)=0" and "isnumeric(x)<>0"
+    // run as written. A database made by an older program has it answering boolean: it is
+    // replaced (the return type cannot change in place).
     QSqlQuery q(db);
     if (q.exec(QStringLiteral("select count(*) from pg_proc p join pg_namespace n on "
                               "n.oid = p.pronamespace where p.proname = 'isnumeric' and "
-                              "n.nspname = current_schema()")) &&
+                              "n.nspname = current_schema() and "
+                              "p.prorettype = 'integer'::regtype")) &&
         q.next() && q.value(0).toInt() >= 2)
         return;
-    q.exec(QStringLiteral(
-        "CREATE OR REPLACE FUNCTION isnumeric(text) RETURNS boolean LANGUAGE sql IMMUTABLE AS "
-        "$$ SELECT $1 ~ '^\\s*[-+]?([0-9]+([.,][0-9]*)?|[.,][0-9]+)([eE][-+]?[0-9]+)?\\s*$' $$"));
-    q.exec(QStringLiteral("CREATE OR REPLACE FUNCTION isnumeric(double precision) RETURNS boolean "
-                          "LANGUAGE sql IMMUTABLE AS $$ SELECT $1 IS NOT NULL $$"));
+    const QStringList sentencias = {
+        QStringLiteral("BEGIN"),
+        QStringLiteral("DROP FUNCTION IF EXISTS isnumeric(text)"),
+        QStringLiteral("DROP FUNCTION IF EXISTS isnumeric(double precision)"),
+        QStringLiteral(
+            "CREATE FUNCTION isnumeric(text) RETURNS integer LANGUAGE sql IMMUTABLE AS $$ SELECT "
+            "CASE WHEN $1 ~ '^\\s*[-+]?([0-9]+([.,][0-9]*)?|[.,][0-9]+)([eE][-+]?[0-9]+)?\\s*$' "
+            "THEN 1 ELSE 0 END $$"),
+        QStringLiteral("CREATE FUNCTION isnumeric(double precision) RETURNS integer LANGUAGE sql "
+                       "IMMUTABLE AS $$ SELECT CASE WHEN $1 IS NULL THEN 0 ELSE 1 END $$"),
+        QStringLiteral("COMMIT")};
+    for (const QString& sql : sentencias)
+        if (!q.exec(sql)) {
+            // Another workstation may be replacing it at the same moment; its version is ours.
+            q.exec(QStringLiteral("ROLLBACK"));
+            return;
+        }
 }
 
 } // namespace korven

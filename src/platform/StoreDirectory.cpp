@@ -46,6 +46,20 @@ QString StoreDirectory::NombreArchivo(const QString& entidad) {
     return Archivos().value(entidad.toUpper());
 }
 
+QString StoreDirectory::ArchivoUnico() {
+    return QStringLiteral("korven.db");
+}
+
+QStringList StoreDirectory::ArchivosFormatoAnterior(const QString& carpeta) {
+    QStringList r;
+    for (const QString& e : Entidades()) {
+        const QString archivo = NombreArchivo(e) + QStringLiteral(".db");
+        if (QFileInfo(QDir(carpeta).filePath(archivo)).isFile())
+            r << archivo;
+    }
+    return r;
+}
+
 StoreDirectory::StoreDirectory() : serie_(serieGlobal.fetchAndAddOrdered(1)) {}
 
 StoreDirectory::~StoreDirectory() {
@@ -80,11 +94,27 @@ QString StoreDirectory::ArchivoSQLite(const QString& entidad) const {
         return {};
     const QString base = ruta_.isEmpty() ? QDir::currentPath() : QFileInfo(ruta_).absolutePath();
     const QString archivo = p.value(QStringLiteral("FILE"));
-    if (!archivo.isEmpty() && parametros_.value(entidad.toUpper()).contains(QStringLiteral("FILE")))
-        return QDir(base).absoluteFilePath(archivo);
+    if (!archivo.isEmpty())
+        return QDir::cleanPath(QDir(base).absoluteFilePath(archivo));
     QString carpeta = p.value(QStringLiteral("FOLDER"), QStringLiteral("db"));
     carpeta = QDir(base).absoluteFilePath(carpeta);
-    return QDir(carpeta).filePath(NombreArchivo(entidad) + QStringLiteral(".db"));
+    return QDir::cleanPath(QDir(carpeta).filePath(ArchivoUnico()));
+}
+
+QString StoreDirectory::Ubicacion(const QString& entidad) const {
+    const QHash<QString, QString> p = Parametros(entidad);
+    if (p.value(QStringLiteral("DRIVER")).toUpper() != QStringLiteral("QPSQL"))
+        return QDir::toNativeSeparators(ArchivoSQLite(entidad));
+    QString servidor = p.value(QStringLiteral("HOST"));
+    if (servidor.isEmpty() && !p.value(QStringLiteral("SERVICE")).isEmpty())
+        return QStringLiteral("PostgreSQL, servicio %1").arg(p.value(QStringLiteral("SERVICE")));
+    if (servidor.isEmpty())
+        servidor = QStringLiteral("localhost");
+    const QString puerto = p.value(QStringLiteral("PORT"), QStringLiteral("5432"));
+    const QString donde = servidor.startsWith(QLatin1Char('/'))
+                              ? QStringLiteral("socket %1 (puerto %2)").arg(servidor, puerto)
+                              : QStringLiteral("%1:%2").arg(servidor, puerto);
+    return QStringLiteral("PostgreSQL %1, base %2").arg(donde, p.value(QStringLiteral("DATABASE")));
 }
 
 QString StoreDirectory::clave(const QString& entidad) const {
@@ -120,17 +150,48 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
         db.setConnectOptions(opciones.join(QLatin1Char(';')));
     } else {
         const QString archivo = ArchivoSQLite(entidad);
-        QDir().mkpath(QFileInfo(archivo).absolutePath());
+        const QString carpeta = QFileInfo(archivo).absolutePath();
+        if (!QFileInfo::exists(archivo) && QFileInfo(archivo).fileName() == ArchivoUnico()) {
+            const QStringList anteriores = ArchivosFormatoAnterior(carpeta);
+            if (!anteriores.isEmpty())
+                throw KorvenError(
+                    KorvenError::FormatoAnterior,
+                    QStringLiteral("La carpeta %1 tiene las bases en el formato anterior, un "
+                                   "archivo por base (%2), y no tiene %3. Únalas en un solo "
+                                   "archivo con: korven-admin unificar")
+                        .arg(QDir::toNativeSeparators(carpeta),
+                             anteriores.join(QStringLiteral(", ")), ArchivoUnico()),
+                    QStringLiteral("StoreDirectory"));
+        }
+        QDir().mkpath(carpeta);
         db.setDatabaseName(archivo);
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
+        // A busy store is waited for a few seconds (BUSYTIMEOUT, in milliseconds) before the
+        // action is refused.
+        bool ok = false;
+        int espera = p.value(QStringLiteral("BUSYTIMEOUT")).toInt(&ok);
+        if (!ok || espera < 0)
+            espera = 5000;
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(espera));
     }
     if (!db.open()) {
         const QSqlError e = db.lastError();
         db = QSqlDatabase();
         cx.reset();
-        throw KorvenError(e.nativeErrorCode().toInt() ? e.nativeErrorCode().toInt() : 3044,
-                          QStringLiteral("No se puede abrir la base de datos de %1: %2")
-                              .arg(entidad, e.text().trimmed()),
+        const int numero = e.nativeErrorCode().toInt() ? e.nativeErrorCode().toInt() : 3044;
+        const QString detalle =
+            (e.databaseText().isEmpty() ? e.text() : e.databaseText()).simplified();
+        if (pg)
+            throw KorvenError(
+                numero,
+                QStringLiteral("No se puede conectar con el servidor de la base de "
+                               "datos de %1 (%2, usuario %3). Verifique que el "
+                               "servidor esté en marcha y que DataAccessConfig.ini "
+                               "lo indique bien. Detalle: %4")
+                    .arg(entidad, Ubicacion(entidad), p.value(QStringLiteral("USER")), detalle),
+                QStringLiteral("StoreDirectory"));
+        throw KorvenError(numero,
+                          QStringLiteral("No se puede abrir la base de datos de %1 (%2): %3")
+                              .arg(entidad, Ubicacion(entidad), detalle),
                           QStringLiteral("StoreDirectory"));
     }
     QSqlQuery q(db);
@@ -147,6 +208,13 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
         RegistrarFuncionesSQLite(db);
     }
     return cx;
+}
+
+bool StoreDirectory::UnaConexion(const QStringList& entidades) const {
+    for (const QString& e : entidades)
+        if (clave(e.toUpper()) != clave(entidades.first().toUpper()))
+            return false;
+    return true;
 }
 
 Conexion& StoreDirectory::getDataConnectionByEntity(const QString& entidad) {
@@ -190,20 +258,28 @@ void StoreDirectory::CloseAllDataConnection() {
 
 Transaccion::Transaccion(StoreDirectory& stores, const QStringList& entidades)
     : excepciones_(std::uncaught_exceptions()) {
+    QString primera;
     for (const QString& e : entidades) {
         Conexion* c = &stores.getDataConnectionByEntity(e);
-        if (std::find(conexiones_.begin(), conexiones_.end(), c) == conexiones_.end())
-            conexiones_.push_back(c);
-    }
-    for (size_t i = 0; i < conexiones_.size(); ++i) {
-        try {
-            conexiones_[i]->Comenzar();
-        } catch (...) {
-            for (size_t j = 0; j < i; ++j)
-                conexiones_[j]->Deshacer();
-            throw;
+        if (!conexion_) {
+            conexion_ = c;
+            primera = e.toUpper();
+        } else if (c != conexion_) {
+            cerrada_ = true;
+            throw KorvenError(
+                KorvenError::TransaccionDividida,
+                QStringLiteral("Esta acción escribe en %1 y en %2, que DataAccessConfig.ini "
+                               "ubica en bases de datos distintas; no puede hacerse en una sola "
+                               "transacción. Ubique todas las bases en un mismo archivo o en "
+                               "una misma base de datos.")
+                    .arg(primera, e.toUpper()),
+                QStringLiteral("Transaccion"));
         }
     }
+    if (conexion_)
+        conexion_->Comenzar();
+    else
+        cerrada_ = true;
 }
 
 Transaccion::~Transaccion() {
@@ -221,22 +297,17 @@ Transaccion::~Transaccion() {
 }
 
 void Transaccion::Confirmar() {
+    if (cerrada_)
+        return;
     cerrada_ = true;
-    for (size_t i = 0; i < conexiones_.size(); ++i) {
-        try {
-            conexiones_[i]->Confirmar();
-        } catch (...) {
-            for (size_t j = i + 1; j < conexiones_.size(); ++j)
-                conexiones_[j]->Deshacer();
-            throw;
-        }
-    }
+    conexion_->Confirmar();
 }
 
 void Transaccion::Deshacer() {
+    if (cerrada_)
+        return;
     cerrada_ = true;
-    for (Conexion* c : conexiones_)
-        c->Deshacer();
+    conexion_->Deshacer();
 }
 
 } // namespace korven

@@ -14,20 +14,26 @@ namespace korven {
 //
 //   [DEFAULT]            ; applies to every entity without a section of its own
 //   DRIVER=QSQLITE       ; or QPSQL
-//   FOLDER=db            ; SQLite: folder of the files, relative to the ini's folder
+//   FOLDER=db            ; SQLite: folder of korven.db, relative to the ini's folder
 //   [INTERNOS]
 //   DRIVER=QPSQL
 //   HOST=server  PORT=5432  DATABASE=korven  USER=clerk  PASSWORD=  SERVICE=  SCHEMA=
-//   FILE=...             ; SQLite: the file of this entity
+//   FILE=...             ; SQLite: the file, relative to the ini's folder (in [DEFAULT]: of
+//                        ; every entity)
 //
-// With no file every entity is an SQLite file in the db/ folder beside the ini, named after
-// the entity's store (internos.db, systablas.db, ...). Entities that name the same database
-// share one connection, so one transaction covers them.
+// With no file every entity lives in one SQLite file, db/korven.db beside the ini, so that one
+// connection and one transaction span every table an action writes. Entities that name the same
+// database share one connection; a configuration that splits them over several files or
+// databases gives up atomicity across them, and a transaction refuses to span two connections.
 class StoreDirectory {
 public:
     static const QStringList& Entidades();
     // The store file name of an entity ("internos" for INTERNOS, "estados" for ESTADO, ...).
     static QString NombreArchivo(const QString& entidad);
+    // The file of the embedded stores ("korven.db").
+    static QString ArchivoUnico();
+    // The files of the former layout, one per store (internos.db, ...), found in a folder.
+    static QStringList ArchivosFormatoAnterior(const QString& carpeta);
 
     StoreDirectory();
     ~StoreDirectory();
@@ -51,12 +57,17 @@ public:
     // A tag naming the engine of INTERNOS: "SQLITE" or "POSTGRESQL".
     QString getDataConnectionTAG();
     Motor motor(const QString& entidad);
+    // True when the entities are configured on one connection (one transaction can span them).
+    bool UnaConexion(const QStringList& entidades) const;
     void CloseAllDataConnection();
 
     // Settings of one entity as read from the ini (upper-case keys), for tools and messages.
     QHash<QString, QString> Parametros(const QString& entidad) const;
     // The SQLite file of an entity (empty on PostgreSQL).
     QString ArchivoSQLite(const QString& entidad) const;
+    // Where the stores of an entity are, for the clerk: the SQLite file, or the PostgreSQL
+    // server and database ("servidor:5432/korven").
+    QString Ubicacion(const QString& entidad) const;
 
 private:
     struct Destino;
@@ -70,8 +81,10 @@ private:
     int serie_;
 };
 
-// One user action, one transaction: begins on the connections of the entities named and, at the
-// end of the block, commits; when the block is left by an exception it rolls everything back.
+// One user action, one transaction: begins on the connection of the entities named and, at the
+// end of the block, commits; when the block is left by an exception it rolls it back. Entities
+// configured on different connections cannot share one transaction: the constructor refuses
+// them (KorvenError TransaccionDividida) before anything is written.
 class Transaccion {
 public:
     Transaccion(StoreDirectory& stores, const QStringList& entidades);
@@ -83,7 +96,7 @@ public:
     void Deshacer();
 
 private:
-    std::vector<Conexion*> conexiones_;
+    Conexion* conexion_ = nullptr;
     int excepciones_;
     bool cerrada_ = false;
 };

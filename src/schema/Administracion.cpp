@@ -11,10 +11,15 @@
 #include "schema/LectorEsquema.h"
 #include "schema/Migrador.h"
 #include "schema/OperacionesDemo.h"
+#include "schema/Unificador.h"
 
+#include <QAtomicInt>
 #include <QDate>
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 namespace korven::schema {
 
@@ -44,6 +49,61 @@ QString TextoValor(const QVariant& v) {
 
 constexpr int AnchoMaximo = 60;
 
+QAtomicInt serieMantenimiento;
+
+// Makes the configured PostgreSQL database of an entity when it is missing: through the server's
+// maintenance database "postgres", when the role may create databases. Answers an empty text
+// when the database is there (or was made, *creada set), else what the administrator must do.
+// When the server cannot be reached, nothing is said here: opening the stores reports it.
+QString CrearBaseSiFalta(const QHash<QString, QString>& p, bool* creada) {
+    *creada = false;
+    const QString base = p.value(QStringLiteral("DATABASE"));
+    const QString usuario = p.value(QStringLiteral("USER"));
+    if (base.isEmpty())
+        return {};
+    const QString nombre =
+        QStringLiteral("korven_mantenimiento_%1").arg(serieMantenimiento.fetchAndAddOrdered(1));
+    QString r;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), nombre);
+        db.setHostName(p.value(QStringLiteral("HOST")));
+        if (!p.value(QStringLiteral("PORT")).isEmpty())
+            db.setPort(p.value(QStringLiteral("PORT")).toInt());
+        db.setDatabaseName(QStringLiteral("postgres"));
+        db.setUserName(usuario);
+        db.setPassword(p.value(QStringLiteral("PASSWORD")));
+        QStringList opciones;
+        if (!p.value(QStringLiteral("SERVICE")).isEmpty())
+            opciones << QStringLiteral("service=") + p.value(QStringLiteral("SERVICE"));
+        opciones << QStringLiteral("connect_timeout=10");
+        db.setConnectOptions(opciones.join(QLatin1Char(';')));
+        if (db.open()) {
+            QSqlQuery q(db);
+            q.prepare(QStringLiteral("select 1 from pg_database where datname = ?"));
+            q.addBindValue(base);
+            if (q.exec() && !q.next()) {
+                const QString identificador =
+                    QLatin1Char('"') +
+                    QString(base).replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+                    QLatin1Char('"');
+                if (q.exec(QStringLiteral("CREATE DATABASE ") + identificador)) {
+                    *creada = true;
+                } else {
+                    const QString rol = usuario.isEmpty() ? QStringLiteral("korven") : usuario;
+                    r = QStringLiteral("La base de datos %1 no existe y el usuario %2 no puede "
+                                       "crearla. Créela en el servidor, como usuario postgres, "
+                                       "con: createdb -O %2 %1")
+                            .arg(base, rol);
+                }
+            }
+            q = QSqlQuery();
+            db.close();
+        }
+    }
+    QSqlDatabase::removeDatabase(nombre);
+    return r;
+}
+
 } // namespace
 
 QString Administracion::TextoAyuda() {
@@ -67,6 +127,10 @@ QString Administracion::TextoAyuda() {
         "              --columnas a,b,c   --limite N   --entidad E (tablas fuera del esquema)\n"
         "  estado      Muestra la versión del esquema de cada base; sale con 1 si alguna no\n"
         "              está al día.\n"
+        "  unificar    Une las bases del formato anterior, un archivo SQLite por base\n"
+        "              (internos.db, systablas.db, ...), en el archivo único korven.db de la\n"
+        "              misma carpeta. Todo o nada: si algo falla, no queda korven.db y los\n"
+        "              archivos anteriores no se tocan.\n"
         "  ayuda       Muestra este texto.\n"
         "\n"
         "Opciones de todas las órdenes:\n"
@@ -171,6 +235,8 @@ int Administracion::Ejecutar(const QStringList& argumentos) {
             return Listar(o);
         if (orden == QLatin1String("estado"))
             return Estado(o);
+        if (orden == QLatin1String("unificar"))
+            return Unificar(o);
         err_ << QStringLiteral("Orden desconocida: %1").arg(argumentos.first()) << Qt::endl
              << QStringLiteral("Use \"korven-admin ayuda\" para ver las órdenes.") << Qt::endl;
         return Uso;
@@ -218,6 +284,24 @@ int Administracion::Crear(const Opciones& o) {
     }
     StoreDirectory stores;
     AbrirStores(stores, o);
+    QSet<QString> vistas;
+    for (const QString& e : StoreDirectory::Entidades()) {
+        if (stores.motor(e) != Motor::PostgreSQL)
+            continue;
+        const QHash<QString, QString> p = stores.Parametros(e);
+        const QString donde = stores.Ubicacion(e);
+        if (vistas.contains(donde))
+            continue;
+        vistas.insert(donde);
+        bool creada = false;
+        const QString falta = CrearBaseSiFalta(p, &creada);
+        if (!falta.isEmpty()) {
+            err_ << falta << Qt::endl;
+            return Fallo;
+        }
+        if (creada)
+            out_ << QStringLiteral("Base de datos creada: %1.").arg(donde) << Qt::endl;
+    }
     InformarEsquema(stores, false);
     if (!o.sinDatos) {
         const auto cargadas = DatosReferencia(stores, CarpetaDatos(o)).Cargar();
@@ -283,6 +367,10 @@ int Administracion::Importar(const Opciones& o) {
     op.reemplazar = o.reemplazar;
     const ImportadorCsv::Resultado r =
         ImportadorCsv(stores).Importar(o.posicionales.at(0), o.posicionales.at(1), op);
+    if (r.latin1)
+        out_ << QStringLiteral("El archivo %1 no está en UTF-8: se leyó como Latin-1.")
+                    .arg(QDir::toNativeSeparators(o.posicionales.at(1)))
+             << Qt::endl;
     const int validas = r.leidas - static_cast<int>(r.rechazos.size());
     out_ << QStringLiteral("Tabla %1: %2 filas leídas, %3 válidas, %4 rechazadas.")
                 .arg(r.tabla)
@@ -393,6 +481,39 @@ int Administracion::Listar(const Opciones& o) {
     for (const QStringList& f : filas)
         linea(f);
     out_ << QStringLiteral("(%1 filas)").arg(filas.size()) << Qt::endl;
+    return Correcto;
+}
+
+int Administracion::Unificar(const Opciones& o) {
+    if (!o.posicionales.isEmpty()) {
+        err_ << QStringLiteral("unificar no lleva argumentos: %1").arg(o.posicionales.join(' '))
+             << Qt::endl;
+        return Uso;
+    }
+    StoreDirectory stores;
+    AbrirStores(stores, o);
+    const QString destino = stores.ArchivoSQLite(StoreDirectory::Entidades().first());
+    for (const QString& e : StoreDirectory::Entidades())
+        if (destino.isEmpty() || stores.ArchivoSQLite(e) != destino) {
+            err_ << QStringLiteral("unificar necesita una configuración con todas las bases en "
+                                   "un solo archivo SQLite.")
+                 << Qt::endl;
+            return Fallo;
+        }
+    const auto unidos = Unificador(QFileInfo(destino).absolutePath(), destino).Unificar();
+    int tablas = 0;
+    QStringList archivos;
+    for (const auto& [archivo, n] : unidos) {
+        archivos << archivo;
+        tablas += n;
+    }
+    out_ << QStringLiteral("Bases unificadas en %1: %2 (%3 tablas).")
+                .arg(QDir::toNativeSeparators(destino), archivos.join(QStringLiteral(", ")))
+                .arg(tablas)
+         << Qt::endl
+         << QStringLiteral("Los archivos anteriores quedan como estaban; guárdelos como respaldo "
+                           "o bórrelos.")
+         << Qt::endl;
     return Correcto;
 }
 

@@ -20,6 +20,7 @@ namespace korven::schema {
 //   importar    <tabla> <archivo.csv> [--config F] [--parcial] [--reemplazar]
 //   listar      <tabla> [--config F] [--entidad E] [--columnas a,b] [--limite N]
 //   estado      [--config F]
+//   unificar    [--config F]
 //   ayuda
 class Administracion {
 public:
@@ -52,6 +53,7 @@ private:
     int Importar(const Opciones& o);
     int Listar(const Opciones& o);
     int Estado(const Opciones& o);
+    int Unificar(const Opciones& o);
 
     void InformarEsquema(StoreDirectory& stores, bool soloActualizar);
     void InformarDemo(StoreDirectory& stores, const Opciones& o);

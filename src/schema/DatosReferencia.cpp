@@ -7,6 +7,7 @@
 #include "schema/ImportadorCsv.h"
 
 #include <QDir>
+#include <optional>
 
 namespace korven::schema {
 
@@ -23,8 +24,16 @@ QList<QPair<QString, int>> DatosReferencia::Cargar() {
         throw ErrorDatos(QStringLiteral("No existe la carpeta de datos de referencia: %1")
                              .arg(QDir::toNativeSeparators(carpeta_)));
     QList<QPair<QString, int>> cargadas;
-    Transaccion tx(stores_, StoreDirectory::Entidades());
+    // One transaction when every store is on one connection; a configuration that splits them
+    // loads each store in its own.
+    const bool juntas = stores_.UnaConexion(StoreDirectory::Entidades());
+    std::optional<Transaccion> todas;
+    if (juntas)
+        todas.emplace(stores_, StoreDirectory::Entidades());
     for (const QString& entidad : StoreDirectory::Entidades()) {
+        std::optional<Transaccion> una;
+        if (!juntas)
+            una.emplace(stores_, QStringList{entidad});
         const QDir dir(QDir(carpeta_).filePath(StoreDirectory::NombreArchivo(entidad)));
         if (!dir.exists())
             continue;
@@ -50,8 +59,11 @@ QList<QPair<QString, int>> DatosReferencia::Cargar() {
             ImportadorCsv::Insertar(c, p);
             cargadas << qMakePair(t->nombre, static_cast<int>(p.valores.size()));
         }
+        if (una)
+            una->Confirmar();
     }
-    tx.Confirmar();
+    if (todas)
+        todas->Confirmar();
     return cargadas;
 }
 

@@ -21,12 +21,14 @@ KorvenError ErrorImportacion(const QString& texto) {
     return KorvenError(3751, texto, QStringLiteral("ImportadorCsv"));
 }
 
-// A number as the file writes it: "1234.5", or "1234,5" when no point is present.
+// A number as a store writes it: digits with "." as the decimal point ("-1234.5", "3e2"),
+// whatever the locale; no grouping, no comma, no "nan" or "inf".
 bool LeerNumero(const QString& texto, double* valor) {
-    QString t = texto.trimmed();
-    if (t.contains(QLatin1Char(',')) && t.contains(QLatin1Char('.')))
+    static const QRegularExpression numero(
+        QStringLiteral("^[-+]?([0-9]+(\\.[0-9]*)?|\\.[0-9]+)([eE][-+]?[0-9]+)?$"));
+    const QString t = texto.trimmed();
+    if (!numero.match(t).hasMatch())
         return false;
-    t.replace(QLatin1Char(','), QLatin1Char('.'));
     bool ok = false;
     *valor = QLocale::c().toDouble(t, &ok);
     return ok;
@@ -239,7 +241,10 @@ void ImportadorCsv::Insertar(Conexion& c, const Preparacion& p) {
 
 ImportadorCsv::Resultado ImportadorCsv::Importar(const QString& tabla, const QString& archivo,
                                                  const Opciones& opciones) {
-    return Importar(tabla, LectorCsv::DeArchivo(archivo), opciones);
+    const LectorCsv csv = LectorCsv::DeArchivo(archivo);
+    Resultado r = Importar(tabla, csv, opciones);
+    r.latin1 = csv.latin1();
+    return r;
 }
 
 ImportadorCsv::Resultado ImportadorCsv::Importar(const QString& tabla, const LectorCsv& csv,

@@ -36,6 +36,7 @@ public:
         int leidas = 0;
         int importadas = 0;
         std::vector<Rechazo> rechazos;
+        bool latin1 = false; // the file was not valid UTF-8 and was read as Latin-1
     };
     // Rows checked and typed for binding, ready to insert.
     struct Preparacion {

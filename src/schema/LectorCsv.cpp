@@ -3,6 +3,7 @@
 #include "platform/KorvenError.h"
 
 #include <QFile>
+#include <QStringDecoder>
 
 namespace korven::schema {
 
@@ -12,10 +13,17 @@ LectorCsv LectorCsv::DeArchivo(const QString& ruta) {
         throw KorvenError(
             53, QStringLiteral("No se puede leer el archivo %1: %2").arg(ruta, f.errorString()),
             QStringLiteral("LectorCsv"));
-    QString texto = QString::fromUtf8(f.readAll());
+    const QByteArray bytes = f.readAll();
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString texto = utf8(bytes);
+    const bool latin1 = utf8.hasError();
+    if (latin1)
+        texto = QString::fromLatin1(bytes);
     if (texto.startsWith(QChar(0xFEFF)))
         texto.remove(0, 1);
-    return DeTexto(texto, ruta);
+    LectorCsv r = DeTexto(texto, ruta);
+    r.latin1_ = latin1;
+    return r;
 }
 
 LectorCsv LectorCsv::DeTexto(const QString& texto, const QString& origen) {

@@ -17,19 +17,22 @@ public:
         QStringList valores;
     };
 
-    // Reads a UTF-8 file (a leading byte-order mark is dropped); throws KorvenError when the
-    // file cannot be read or a quoted field is not closed.
+    // Reads a UTF-8 file (a leading byte-order mark is dropped); a file that is not valid UTF-8
+    // is read as Latin-1 instead, and latin1() says so. Throws KorvenError when the file cannot
+    // be read or a quoted field is not closed.
     static LectorCsv DeArchivo(const QString& ruta);
     static LectorCsv DeTexto(const QString& texto, const QString& origen = {});
 
     const QStringList& encabezado() const { return encabezado_; }
     const std::vector<Fila>& filas() const { return filas_; }
     QChar separador() const { return separador_; }
+    bool latin1() const { return latin1_; }
 
 private:
     QStringList encabezado_;
     std::vector<Fila> filas_;
     QChar separador_ = QLatin1Char(',');
+    bool latin1_ = false;
 };
 
 } // namespace korven::schema

@@ -158,7 +158,8 @@ private Q_SLOTS:
             {"marca seguridad electrica 052", "NCM",
              "select case when count(*) > 0 then 1 else 0 end from ncm where \"052\" = '*'", 1},
             {"reintegro 019", "NCM",
-             "select case when count(*) > 0 then 1 else 0 end from ncm where isnumeric(\"019\") "
+             "select case when count(*) > 0 then 1 else 0 end from ncm where isnumeric(\"019\") <> "
+             "0 "
              "and \"019\" <> '0'",
              1},
             {"exencion de iva 048 en 0, 1 y 2", "NCM", "select count(distinct \"048\") from ncm",

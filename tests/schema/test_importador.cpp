@@ -140,6 +140,7 @@ private Q_SLOTS:
               "4: La línea tiene 2 campos y el encabezado 3.",
               "6: Clave repetida en el archivo (ya está en la línea 5).",
               "7: Falta el valor de la columna clave id.",
+              "8: Valor no numérico en la columna imp: '0,18'",
               "9: Valor no numérico en la columna imp: '1.234,5'"}},
             {"posiciones",
              "ncm",
@@ -205,8 +206,7 @@ private Q_SLOTS:
         o.parcial = true;
         ImportadorCsv imp(t.stores());
         imp.Importar(QStringLiteral("divisas"),
-                     LectorCsv::DeTexto(QStringLiteral("id,descripcion,imp\n012,REAL,\"0,18\"\n")),
-                     o);
+                     LectorCsv::DeTexto(QStringLiteral("id,descripcion,imp\n012,REAL,0.18\n")), o);
         imp.Importar(QStringLiteral("caratula"),
                      LectorCsv::DeTexto(QStringLiteral("interno,fechaalta,fobdivisas,factura7\n"
                                                        "A2,30/01/2026,1.5,\nA3,2026-02-28,,X\n")),

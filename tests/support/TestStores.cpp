@@ -103,6 +103,15 @@ TestStores::~TestStores() {
             QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(baseDatos_));
 }
 
+void TestStores::AgregarConfiguracion(const QString& lineas) {
+    QFile f(dir_ + QStringLiteral("DataAccessConfig.ini"));
+    if (!f.open(QIODevice::Append))
+        qFatal("No se puede escribir DataAccessConfig.ini");
+    f.write(lineas.toUtf8());
+    f.close();
+    stores_->LoadParameters();
+}
+
 void FilasDeMotores() {
     QTest::addColumn<int>("motor");
     QTest::newRow("sqlite") << static_cast<int>(Motor::SQLite);

@@ -31,6 +31,8 @@ public:
     ScriptedDialogs& dialogos() { return dialogos_; }
     SettingsStore& settings() { return *settings_; }
     AppContext& ctx() { return *ctx_; }
+    // Appends lines to the test's DataAccessConfig.ini and reloads it (connections reopen).
+    void AgregarConfiguracion(const QString& lineas);
     Conexion& conexion(const QString& entidad) {
         return stores_->getDataConnectionByEntity(entidad);
     }
