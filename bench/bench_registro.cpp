@@ -103,14 +103,17 @@ int main(int argc, char** argv) {
                     corridas, [&] { filas = static_cast<int>(b.Buscar(c.filtro).size()); });
                 std::printf("%-10s %6d operaciones  %-24s %7.2f ms  (%d filas)\n",
                             bench::NombreMotor(motor), n, c.nombre, ms, filas);
+                std::fflush(stdout);
                 if (planes && n == 100000) {
                     QVariantList p;
-                    const QString sql = b.Sql(c.filtro, &p);
+                    QString sql = b.Sql(c.filtro, &p);
+                    // PostgreSQL does not prepare EXPLAIN: the values go in as literals.
+                    for (const QVariant& v : p)
+                        sql.replace(sql.indexOf(QLatin1Char('?')), 1, SqlTexto(v.toString()));
                     Recordset rs = cx.Abrir((motor == Motor::PostgreSQL
                                                  ? QStringLiteral("EXPLAIN ")
                                                  : QStringLiteral("EXPLAIN QUERY PLAN ")) +
-                                                sql,
-                                            p);
+                                            sql);
                     for (; !rs.Eof(); rs.MoveNext())
                         std::printf("      %s\n",
                                     qPrintable(EsNull(rs.Fields(rs.Campos().size() - 1))));
