@@ -17,55 +17,62 @@ namespace {
 const QString kInternos = QStringLiteral("INTERNOS");
 const QString kSystablas = QStringLiteral("SYSTABLAS");
 
-// Copies every row of one table of the Operation, with the columns named in cambios taking the
-// values given there (the key always takes the new number).
-void CopiarTabla(Conexion& cx, const QString& tabla, const QString& origen, const QString& destino,
-                 QHash<QString, QVariant> cambios = {}) {
-    cambios.insert(QStringLiteral("interno"), destino);
-    Recordset rs = cx.Abrir(
-        QStringLiteral("select * from ") + tabla + QStringLiteral(" where interno = ?"), {origen});
-    const QStringList campos = rs.Campos();
-    QStringList marcas;
-    for (int i = 0; i < campos.size(); ++i)
-        marcas << QStringLiteral("?");
-    const QString sql = QStringLiteral("insert into ") + tabla + QStringLiteral(" (") +
-                        campos.join(QLatin1Char(',')) + QStringLiteral(") values (") +
-                        marcas.join(QLatin1Char(',')) + QLatin1Char(')');
-    for (; !rs.Eof(); rs.MoveNext()) {
-        QVariantList valores;
-        for (const QString& c : campos) {
-            const auto cambio = cambios.constFind(c.toLower());
-            valores << (cambio != cambios.cend() ? *cambio : rs.Fields(c));
-        }
-        cx.Ejecutar(sql, valores);
-    }
+// One table of the copy: the statement that copies its rows, the key taking the new number
+// and the columns named in cambios the SQL expressions given there. The columns are read before
+// the transaction begins: on SQLite a read inside it would keep the write that tests the number
+// from waiting for another workstation's copy to end.
+struct TablaCopia {
+    Conexion* cx;
+    QString sql;
+};
+
+TablaCopia PrepararTabla(Conexion& cx, const QString& tabla,
+                         const QHash<QString, QString>& cambios = {}) {
+    const QStringList columnas = cx.Columnas(tabla);
+    if (columnas.isEmpty()) // the store tells why
+        cx.Abrir(QStringLiteral("select * from ") + tabla + QStringLiteral(" where 1 = 0"));
+    QStringList valores;
+    for (const QString& c : columnas)
+        valores << (c == QStringLiteral("interno") ? QStringLiteral("CAST(? AS text)")
+                                                   : cambios.value(c, c));
+    return {&cx, QStringLiteral("insert into ") + tabla + QStringLiteral(" (") +
+                     columnas.join(QLatin1Char(',')) + QStringLiteral(") select ") +
+                     valores.join(QLatin1Char(',')) + QStringLiteral(" from ") + tabla +
+                     QStringLiteral(" where interno = ?")};
 }
 
 } // namespace
 
 bool CopiaInterno::Existe(const QString& interno) {
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select interno from caratula where interno = ?"), {interno});
+        QStringLiteral("select interno from caratula where upper(interno) = upper(?)"), {interno});
     return IsRecord(rs);
 }
 
 void CopiaInterno::Copiar(const QString& origen, const QString& destino) {
     StoreDirectory& stores = ctx_.stores();
     {
-        Transaccion tx(stores, {kInternos, kSystablas});
         Conexion& internos = stores.getDataConnectionByEntity(kInternos);
-        if (!Existe(origen))
-            throw KorvenError(KorvenError::ErrorStore,
-                              QStringLiteral("No existe el interno ") + origen,
-                              QStringLiteral("OperationCopier.Main"));
-        CopiarTabla(internos, QStringLiteral("caratula"), origen, destino,
-                    {{QStringLiteral("fechaalta"), QDate::currentDate()},
-                     {QStringLiteral("factura8"), QStringLiteral("S")}});
-        CopiarTabla(internos, QStringLiteral("facturas"), origen, destino);
-        CopiarTabla(internos, QStringLiteral("subitems"), origen, destino);
-        CopiarTabla(internos, QStringLiteral("prorrateo"), origen, destino);
-        CopiarTabla(stores.getDataConnectionByEntity(kSystablas), QStringLiteral("coment"), origen,
-                    destino);
+        Conexion& systablas = stores.getDataConnectionByEntity(kSystablas);
+        const TablaCopia tablas[] = {
+            PrepararTabla(internos, QStringLiteral("caratula"),
+                          {{QStringLiteral("fechaalta"),
+                            stores.getDateFormatbyEntity(kInternos, QDate::currentDate())},
+                           {QStringLiteral("factura8"), QStringLiteral("'S'")}}),
+            PrepararTabla(internos, QStringLiteral("facturas")),
+            PrepararTabla(internos, QStringLiteral("subitems")),
+            PrepararTabla(internos, QStringLiteral("prorrateo")),
+            PrepararTabla(systablas, QStringLiteral("coment"))};
+        Transaccion tx(stores, {kInternos, kSystablas});
+        // The header goes first: its key refuses a number already in use (whatever its case),
+        // and another workstation copying to the same number waits here until this one ends.
+        for (const TablaCopia& t : tablas) {
+            const int filas = t.cx->Ejecutar(t.sql, {destino, origen});
+            if (&t == &tablas[0] && filas == 0)
+                throw KorvenError(KorvenError::ErrorStore,
+                                  QStringLiteral("No existe el interno ") + origen,
+                                  QStringLiteral("OperationCopier.Main"));
+        }
         tx.Confirmar();
     }
     // The options of the Operation, but not the mark of a run in progress.
@@ -86,12 +93,16 @@ QString CopiaInterno::Mostrar(const QString& origen) {
         if (!respuesta || respuesta->trimmed().isEmpty())
             return {};
         const QString destino = *respuesta;
-        if (Existe(destino)) {
+        try {
+            Copiar(origen, destino);
+        } catch (const KorvenError&) {
+            // The copy was undone; a header under that number is why.
+            if (!Existe(destino))
+                throw;
             ctx_.dialogos().Mensaje(QStringLiteral("El Código de interno ya existe."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
             return {};
         }
-        Copiar(origen, destino);
         return destino;
     } catch (const KorvenError& e) {
         ctx_.dialogos().Mensaje(QString::number(e.numero()) + QStringLiteral(" - ") +

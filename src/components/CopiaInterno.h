@@ -17,10 +17,11 @@ public:
     // the copy; empty when none was made (each reason told to the operator).
     QString Mostrar(const QString& origen);
 
-    // The copy itself, in one transaction: a refusal of the store leaves no record of the copy.
-    // Throws KorvenError.
+    // The copy itself, in one transaction, each table in one statement: a refusal of the store
+    // (a number already in use among them) leaves no record of the copy. Throws KorvenError.
     void Copiar(const QString& origen, const QString& destino);
 
+    // True when a header has that number, compared without regard to case.
     bool Existe(const QString& interno);
 
 private:

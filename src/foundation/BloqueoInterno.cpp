@@ -7,6 +7,8 @@
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
+#include <QDateTime>
+
 namespace korven {
 
 namespace {
@@ -50,10 +52,7 @@ bool BloqueoInterno::Tomar(const QString& interno) {
     if (antesDeInsertar_)
         antesDeInsertar_();
     try {
-        cx.Ejecutar(
-            QStringLiteral("insert into interno (interno,maquina,usuario,fecha) values (") +
-            SqlTexto(interno) + QLatin1Char(',') + SqlTexto(maquina_) + QStringLiteral(",'',") +
-            stores_.getDateFormatbyEntity(kInternos, QDate::currentDate()) + QLatin1Char(')'));
+        Insertar(interno);
     } catch (const KorvenError&) {
         // The key refused the row: another workstation took the lock since it was read.
         if (const std::optional<Cerrojo> c = Leer(interno)) {
@@ -63,6 +62,29 @@ bool BloqueoInterno::Tomar(const QString& interno) {
         throw;
     }
     return true;
+}
+
+// The lock keeps the moment it was taken, date and time.
+void BloqueoInterno::Insertar(const QString& interno) {
+    stores_.getDataConnectionByEntity(kInternos).Ejecutar(
+        QStringLiteral("insert into interno (interno,maquina,usuario,fecha) values (?,?,'',") +
+            QLatin1Char('\'') +
+            QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) +
+            QStringLiteral("')"),
+        {interno, maquina_});
+}
+
+std::optional<KorvenError> BloqueoInterno::TomarEnTransaccion(const QString& interno) {
+    Conexion& cx = stores_.getDataConnectionByEntity(kInternos);
+    // A lock of this workstation is a leftover of a crash: it gives way.
+    cx.Ejecutar(QStringLiteral("delete from interno where interno = ? and trim(maquina) = ?"),
+                {interno, maquina_.trimmed()});
+    try {
+        Insertar(interno);
+    } catch (const KorvenError& e) {
+        return e;
+    }
+    return std::nullopt;
 }
 
 void BloqueoInterno::Liberar(const QString& interno) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/KorvenError.h"
+
 #include <QDate>
 #include <QString>
 #include <functional>
@@ -34,13 +36,21 @@ public:
     // another workstation may take the Operation. Lets a test hold two workstations there.
     void setAntesDeInsertar(std::function<void()> f) { antesDeInsertar_ = std::move(f); }
 
+    // Takes the lock inside the caller's transaction, for an action that must not run while the
+    // Operation is open elsewhere (the lock goes with the transaction). A lock of this
+    // workstation is replaced silently. The store's refusal when another workstation holds it
+    // (the caller rolls back, then reads who); nothing when taken.
+    std::optional<KorvenError> TomarEnTransaccion(const QString& interno);
+    // Tells the operator which workstation has the Operation open, as the opening does.
+    void AvisarAbiertoEnOtraPc(const Cerrojo& c);
+
     // Deletes the lock of the Operation, whoever holds it.
     void Liberar(const QString& interno);
     // The lock of the Operation, if there is one.
     std::optional<Cerrojo> Leer(const QString& interno);
 
 private:
-    void AvisarAbiertoEnOtraPc(const Cerrojo& c);
+    void Insertar(const QString& interno);
 
     StoreDirectory& stores_;
     Dialogos& dialogos_;

@@ -1,5 +1,6 @@
 #include "foundation/EliminarInterno.h"
 
+#include "foundation/BloqueoInterno.h"
 #include "foundation/OpcionesInterno.h"
 #include "platform/AppContext.h"
 #include "platform/ComponentRegistry.h"
@@ -11,6 +12,7 @@
 #include "platform/ValueRules.h"
 
 #include <QMetaObject>
+#include <optional>
 
 namespace korven {
 
@@ -20,6 +22,9 @@ const QString kInternos = QStringLiteral("INTERNOS");
 const QString kSystablas = QStringLiteral("SYSTABLAS");
 
 } // namespace
+
+EliminarInterno::EliminarInterno(AppContext& ctx, QString maquina)
+    : ctx_(ctx), maquina_(maquina.isEmpty() ? MaquinaLocal() : std::move(maquina)) {}
 
 const QList<EliminarInterno::Paso>& EliminarInterno::Pasos() {
     static const QList<Paso> pasos = {
@@ -48,14 +53,10 @@ void EliminarInterno::DesvincularInsumos(const QString& interno, const Recordset
         vinculo->setProperty("CATNRO", EsNull(rs.Fields(QStringLiteral("idcatalogo"))));
         vinculo->setProperty("PRDNRO", EsNull(rs.Fields(QStringLiteral("idarticulo"))));
         vinculo->setProperty("SUBITEM", rs.Fields(QStringLiteral("id")));
+        // The supplies store is the store directory's INSUMOS, wherever it is configured.
         QueryDesk& insumos = ctx_.queryDesk(1);
         if (!insumos.EstadoConexion()) {
-            QString ruta = ctx_.settings().GetSetting(
-                QStringLiteral("KORVEN"), QStringLiteral("BASES"), QStringLiteral("INTERNO"));
-            ruta.replace(QStringLiteral("internos.mdb"), QStringLiteral("insumos.mdb"),
-                         Qt::CaseInsensitive);
-            insumos.setCadenaConexion(
-                QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + ruta);
+            insumos.setCadenaConexion(QStringLiteral("INSUMOS"));
             insumos.Conectar();
         }
         vinculo->setProperty("VincularDatos", QVariant::fromValue<QObject*>(&insumos));
@@ -76,27 +77,44 @@ bool EliminarInterno::Ejecutar(const QString& interno, const std::function<void(
         StoreDirectory& stores = ctx_.stores();
         const Recordset lineas = stores.getDataConnectionByEntity(kInternos).Abrir(
             QStringLiteral("select cancelaciones,idcatalogo,idarticulo,id from subitems where "
-                           "interno = ") +
-            SqlTexto(interno) + QStringLiteral(" order by id"));
+                           "interno = ? order by id"),
+            {interno});
         bool conInsumos = false;
         for (int i = 0; i < lineas.RecordCount(); ++i)
             conInsumos |= EsNull(lineas.Fila(i).at(0)) == QStringLiteral("OK");
+        BloqueoInterno bloqueo(stores, ctx_.dialogos(), maquina_);
+        std::optional<KorvenError> tomado;
         {
             // The supplies store joins the transaction only when there are links to remove.
             QStringList entidades{kInternos, kSystablas};
             if (conInsumos)
                 entidades << QStringLiteral("INSUMOS");
             Transaccion tx(stores, entidades);
-            DesvincularInsumos(interno, lineas);
-            int hechos = 0;
-            for (const Paso& p : Pasos()) {
-                stores.getDataConnectionByEntity(p.entidad).Ejecutar(
-                    QStringLiteral("delete from ") + p.tabla + QStringLiteral(" where interno = ") +
-                    SqlTexto(interno));
-                if (avance)
-                    avance(++hechos);
+            // The deletion holds the Operation as an opening does, for as long as it runs: an
+            // Operation open on another workstation is refused, and none can open it meanwhile.
+            tomado = bloqueo.TomarEnTransaccion(interno);
+            if (tomado) {
+                tx.Deshacer();
+            } else {
+                DesvincularInsumos(interno, lineas);
+                int hechos = 0;
+                for (const Paso& p : Pasos()) {
+                    stores.getDataConnectionByEntity(p.entidad).Ejecutar(
+                        QStringLiteral("delete from ") + p.tabla +
+                            QStringLiteral(" where interno = ?"),
+                        {interno});
+                    if (avance)
+                        avance(++hechos);
+                }
+                tx.Confirmar();
             }
-            tx.Confirmar();
+        }
+        if (tomado) {
+            if (const std::optional<BloqueoInterno::Cerrojo> c = bloqueo.Leer(interno)) {
+                bloqueo.AvisarAbiertoEnOtraPc(*c);
+                return false;
+            }
+            throw *tomado;
         }
         OpcionesInterno(ctx_.settings()).Borrar(interno);
         return true;

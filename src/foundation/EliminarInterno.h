@@ -11,8 +11,9 @@ class Recordset;
 
 // Deletes an Operation after the operator confirms it: the links of its cancelled lines to the
 // supplies, then its records table by table, in one transaction, then its options in the
-// settings store. idrel, sysflag, coment and the AEC value stay behind on purpose: they are old
-// records under a number that may be used again.
+// settings store. An Operation open on another workstation is not deleted: the operator is
+// told which one has it, as when opening. idrel, sysflag, coment and the AEC value stay behind on
+// purpose: they are old records under a number that may be used again.
 class EliminarInterno {
 public:
     struct Paso {
@@ -22,7 +23,8 @@ public:
     // The tables, in the order they are emptied.
     static const QList<Paso>& Pasos();
 
-    explicit EliminarInterno(AppContext& ctx) : ctx_(ctx) {}
+    // maquina is the name of this workstation (MaquinaLocal() when not given).
+    explicit EliminarInterno(AppContext& ctx, QString maquina = {});
 
     // avance is called after each table with the number of tables done. True when the Operation
     // was deleted; a refusal of the store is told to the operator and leaves every record as it
@@ -33,6 +35,7 @@ private:
     void DesvincularInsumos(const QString& interno, const Recordset& lineas);
 
     AppContext& ctx_;
+    QString maquina_;
 };
 
 } // namespace korven

@@ -134,24 +134,16 @@ QString FrmDetalleInterno::CadenaConexion(const QString& ruta) const {
     return QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + ruta;
 }
 
-// The store of the supplies, beside the store of the Operations the settings store names.
-QString FrmDetalleInterno::RutaInsumos() const {
-    QString ruta = ctx_.settings().GetSetting(QStringLiteral("KORVEN"), QStringLiteral("BASES"),
-                                              QStringLiteral("INTERNO"));
-    return ruta.replace(QStringLiteral("internos.mdb"), QStringLiteral("insumos.mdb"),
-                        Qt::CaseInsensitive);
-}
-
 // The supplies store rides on the second desk of the process, connected at its first use and
-// kept open; the operations store on the hand-off's own desk.
+// kept open; the operations store on the hand-off's own desk. Both are the store directory's
+// entities (INSUMOS, INTERNOS), wherever an installation keeps them.
 QueryDesk& FrmDetalleInterno::ConectarDesks(QueryDesk& operaciones) {
     QueryDesk& insumos = ctx_.queryDesk(1);
     if (!insumos.EstadoConexion()) {
-        insumos.setCadenaConexion(CadenaConexion(RutaInsumos()));
+        insumos.setCadenaConexion(QStringLiteral("INSUMOS"));
         insumos.Conectar();
     }
-    operaciones.setCadenaConexion(CadenaConexion(ctx_.settings().GetSetting(
-        QStringLiteral("KORVEN"), QStringLiteral("BASES"), QStringLiteral("INTERNO"))));
+    operaciones.setCadenaConexion(QStringLiteral("INTERNOS"));
     operaciones.Conectar();
     return insumos;
 }

@@ -65,7 +65,6 @@ private:
     void AbrirPantalla(const QString& nombre, const QVariantMap& args, const QString& seccion);
     std::unique_ptr<QObject> Componente(const QString& nombre);
     QString CadenaConexion(const QString& ruta) const;
-    QString RutaInsumos() const;
     QueryDesk& ConectarDesks(QueryDesk& operaciones);
 
     std::unique_ptr<Ui::FrmDetalleInterno> ui;

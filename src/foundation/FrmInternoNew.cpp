@@ -237,6 +237,24 @@ void FrmInternoNew::QuitarFila(const QString& interno) {
     filas_.removeIf([&interno](const FilaInterno& f) { return f.interno == interno; });
 }
 
+void FrmInternoNew::RefrescarFila(const QString& interno) {
+    const std::optional<FilaInterno> fila =
+        korven::BuscarInternos(ctx_.stores(), ctx_.config()).Fila(interno);
+    if (!fila) {
+        QuitarFila(interno);
+        return;
+    }
+    for (FilaInterno& f : filas_)
+        if (f.interno == interno)
+            f = *fila;
+    LlenarGrilla();
+    for (QTreeWidgetItemIterator i(ui->lstInterno); *i; ++i)
+        if ((*i)->text(kColInterno) == interno) {
+            ui->lstInterno->setCurrentItem(*i);
+            break;
+        }
+}
+
 void FrmInternoNew::EliminarInterno() {
     const QString interno = InternoSeleccionado();
     if (interno.isEmpty())
@@ -247,8 +265,9 @@ void FrmInternoNew::EliminarInterno() {
     {
         RelojDeArena reloj;
         ui->PB->setVisible(true);
-        eliminado = korven::EliminarInterno(ctx_).Ejecutar(
-            interno, [this](int hechos) { ui->PB->setValue(hechos); });
+        eliminado = korven::EliminarInterno(ctx_, maquina_).Ejecutar(interno, [this](int hechos) {
+            ui->PB->setValue(hechos);
+        });
         ui->PB->setVisible(false);
     }
     if (eliminado)
@@ -297,6 +316,8 @@ void FrmInternoNew::AbrirInterno(const QString& interno) {
         // and gives the lock back.
         ctx_.AbrirModal(QStringLiteral("FrmDetalleInterno"), args);
         QApplication::setOverrideCursor(Qt::WaitCursor);
+        // The hub may have changed what the row shows.
+        RefrescarFila(interno);
     } catch (const KorvenError& e) {
         ctx_.dialogos().Mensaje(TextoError(e) +
                                     QStringLiteral(" - seccion [KORVEN.Global.AbrirInterno]::"),

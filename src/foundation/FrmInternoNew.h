@@ -54,6 +54,8 @@ protected:
 private:
     void LlenarGrilla();
     void QuitarFila(const QString& interno);
+    // Reads the row of the Operation again (after its hub closed); drops it when it is gone.
+    void RefrescarFila(const QString& interno);
     QTreeWidgetItem* FilaDe(QTreeWidgetItem* item) const;
     bool TeclaFormulario(int tecla);
     void Error(const QString& seccion, const std::exception& e);

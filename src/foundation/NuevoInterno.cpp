@@ -17,7 +17,7 @@ const QString kInternos = QStringLiteral("INTERNOS");
 
 bool NuevoInterno::Existe(const QString& interno) {
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select interno from caratula where interno = ") + SqlTexto(interno));
+        QStringLiteral("select interno from caratula where upper(interno) = upper(?)"), {interno});
     return IsRecord(rs);
 }
 
@@ -30,17 +30,24 @@ QString NuevoInterno::Ejecutar() {
         if (!respuesta || respuesta->trimmed().isEmpty())
             return {};
         const QString interno = *respuesta;
-        if (Existe(interno)) {
+        // The insert is the test: the key of the header refuses a number in use (whatever its
+        // case), also when another workstation creates the same number at this moment.
+        StoreDirectory& stores = ctx_.stores();
+        int filas = 0;
+        try {
+            filas = stores.getDataConnectionByEntity(kInternos).Ejecutar(
+                QStringLiteral(
+                    "insert into caratula (interno, fechaalta, ONCCAHabilitado) values (?,") +
+                    stores.getDateFormatbyEntity(kInternos, QDate::currentDate()) +
+                    QStringLiteral(",'N')"),
+                {interno});
+        } catch (const KorvenError&) {
+            if (!Existe(interno))
+                throw;
             ctx_.dialogos().Mensaje(QStringLiteral("El Código de interno ya existe."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
             return {};
         }
-        StoreDirectory& stores = ctx_.stores();
-        const int filas = stores.getDataConnectionByEntity(kInternos).Ejecutar(
-            QStringLiteral("insert into caratula (interno, fechaalta, ONCCAHabilitado) values (") +
-            SqlTexto(interno) + QLatin1Char(',') +
-            stores.getDateFormatbyEntity(kInternos, QDate::currentDate()) +
-            QStringLiteral(",'N')"));
         if (filas > 0)
             OpcionesInterno(ctx_.settings()).GuardarNuevo(interno);
         return interno;

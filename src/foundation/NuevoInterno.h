@@ -16,7 +16,8 @@ public:
     // refused (each told to the operator).
     QString Ejecutar();
 
-    // True when a header with that number exists. Throws KorvenError when the store refuses.
+    // True when a header with that number exists, compared without regard to case. Throws
+    // KorvenError when the store refuses.
     bool Existe(const QString& interno);
 
     static constexpr int LargoMaximo = 15;

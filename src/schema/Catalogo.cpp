@@ -7,8 +7,8 @@ namespace korven::schema {
 namespace {
 
 // Columns are written as one text: names separated by blanks, each with an optional mark in
-// front ('#' number, '@' date, '+' counter; none is text) and an optional ":<version>" behind
-// when a later schema version brought the column.
+// front ('#' number, '@' date, '%' date and time, '+' counter; none is text) and an optional
+// ":<version>" behind when a later schema version brought the column.
 std::vector<DefColumna> Columnas(const QString& texto) {
     std::vector<DefColumna> r;
     const QStringList partes =
@@ -31,6 +31,10 @@ std::vector<DefColumna> Columnas(const QString& texto) {
             break;
         case '+':
             c.tipo = TipoColumna::Contador;
+            p.remove(0, 1);
+            break;
+        case '%':
+            c.tipo = TipoColumna::FechaHora;
             p.remove(0, 1);
             break;
         default:
@@ -101,6 +105,8 @@ std::vector<DefTabla> Definir() {
     const char* const P = "PERSONAL";
 
     // ---- INTERNOS: the records of each Operation
+    // The header: one per number, whatever the case the number is typed in. The register
+    // filters by client, broker and date and orders by number or by date.
     t.push_back(Def(
         I, "caratula",
         "interno @fechaalta idsubreg idaduana idaduanasal cuitcliente cuitdespaduana idvendedor "
@@ -115,7 +121,13 @@ std::vector<DefTabla> Definir() {
         "cuittrans venemb onccahabilitado onccaacuerdo onccaelaborador onccaespecie "
         "onccafaneador onccamatadero onccameccoorgbio onccares3106 onccasispro onccacategoria "
         "onccacortes",
-        "interno", {"interno", "idsubreg"}));
+        "interno",
+        {"interno", "idsubreg", "cuitcliente,interno:4", "cuitdespaduana,interno:4",
+         "fechaalta,interno:4", "cuitcliente,fechaalta,interno:4",
+         "cuitdespaduana,fechaalta,interno:4"}));
+    t.back().clavePrimaria = QStringList{QStringLiteral("interno")};
+    t.back().clavePrimariaDesde = 4;
+    t.back().unicaSinMayusculas = QStringLiteral("interno");
     t.push_back(Def(
         I, "subitems",
         "#id interno idcatalogo idarticulo ncm idunidad #cantidad #preciounitario #fob "
@@ -165,7 +177,7 @@ std::vector<DefTabla> Definir() {
                     "", {"interno", "interno,idext:3"}));
     // The workstation lock: the key is enforced, so that two workstations cannot both open.
     {
-        DefTabla lock = Def(I, "interno", "interno maquina usuario @fecha", "interno");
+        DefTabla lock = Def(I, "interno", "interno maquina usuario %fecha", "interno");
         lock.clavePrimaria = QStringList{QStringLiteral("interno")};
         t.push_back(lock);
     }

@@ -8,8 +8,9 @@ namespace korven::schema {
 
 // How a column is kept. Texto: text on both engines. Numero: REAL on SQLite, double precision
 // on PostgreSQL. Fecha: TEXT holding 'YYYY-MM-DD' on SQLite, date on PostgreSQL. Contador: a
-// number the store gives to each new row (the only primary key besides the lock table's).
-enum class TipoColumna { Texto, Numero, Fecha, Contador };
+// number the store gives to each new row. FechaHora: TEXT holding 'YYYY-MM-DD HH:MM:SS' on
+// SQLite, timestamp on PostgreSQL.
+enum class TipoColumna { Texto, Numero, Fecha, Contador, FechaHora };
 
 struct DefColumna {
     QString nombre; // lower case, as the engines report it
@@ -30,8 +31,13 @@ struct DefTabla {
     // The columns that identify a row; the importer refuses two rows with the same key. Nothing
     // in the store enforces them, except the primary key below.
     QStringList clave;
-    // Enforced by the store (only the workstation lock and the counters have one).
+    // Enforced by the store: the header of an Operation, the workstation lock and the counters.
+    // A text key sorts and compares byte by byte on both engines.
     QStringList clavePrimaria;
+    int clavePrimariaDesde = 1; // schema version that brought the primary key
+    // A column no two rows may share regardless of case (a unique index on upper(column)).
+    QString unicaSinMayusculas;
+    int unicaDesde = 4;
     std::vector<DefIndice> indices;
     int desde = 1;
 

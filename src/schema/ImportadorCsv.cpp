@@ -71,6 +71,7 @@ QVariant NuloDe(TipoColumna tipo) {
     case TipoColumna::Contador:
         return QVariant(QMetaType::fromType<int>());
     case TipoColumna::Fecha:
+    case TipoColumna::FechaHora:
         return QVariant(QMetaType::fromType<QDate>());
     case TipoColumna::Texto:
         break;
@@ -172,7 +173,8 @@ ImportadorCsv::Preparar(const DefTabla& t, const LectorCsv& csv, Motor motor,
                 }
                 break;
             }
-            case TipoColumna::Fecha: {
+            case TipoColumna::Fecha:
+            case TipoColumna::FechaHora: {
                 QDate f;
                 if (texto.trimmed().isEmpty())
                     valores << NuloDe(d.tipo);

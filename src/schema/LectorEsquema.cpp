@@ -82,9 +82,14 @@ QHash<QString, QStringList> LectorEsquema::Indices(Conexion& c, const QString& t
         QStringList columnas;
         Recordset info = c.Abrir(
             QStringLiteral("select name from pragma_index_info(?) order by seqno"), {nombre});
-        for (; !info.Eof(); info.MoveNext())
+        bool expresion = false;
+        for (; !info.Eof(); info.MoveNext()) {
+            expresion = expresion || info.Fields(0).isNull();
             columnas << EsNull(info.Fields(0)).toLower();
-        r.insert(nombre.toLower(), columnas);
+        }
+        // Indexes on expressions are left out, as on PostgreSQL.
+        if (!expresion)
+            r.insert(nombre.toLower(), columnas);
     }
     return r;
 }

@@ -17,7 +17,8 @@ public:
     // Columns in the order of the table, with the engine's type of each.
     static QList<QPair<QString, QString>> Columnas(Conexion& c, const QString& tabla);
     static QStringList NombresColumnas(Conexion& c, const QString& tabla);
-    // Index name -> its columns in order, of one table; the primary key is left out.
+    // Index name -> its columns in order, of one table; the primary key and indexes on
+    // expressions are left out.
     static QHash<QString, QStringList> Indices(Conexion& c, const QString& tabla);
     // The columns of the primary key of a table, in order.
     static QStringList ClavePrimaria(Conexion& c, const QString& tabla);

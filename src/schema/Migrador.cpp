@@ -76,10 +76,70 @@ void Migrador::Adoptar(Conexion& c, const QString& entidad, int version) {
             for (const DefColumna& col : t->columnas)
                 if (col.desde <= version && !tiene.contains(col.nombre))
                     c.Ejecutar(DialectoEsquema::AgregarColumna(*t, col, c.motor()));
+            EstablecerClave(c, *t, version);
         }
         for (const DefIndice& ix : t->indices)
             if (ix.desde <= version)
                 c.Ejecutar(DialectoEsquema::CrearIndice(*t, ix));
+        if (!t->unicaSinMayusculas.isEmpty() && t->unicaDesde <= version)
+            c.Ejecutar(DialectoEsquema::CrearIndiceSinMayusculas(*t));
+    }
+}
+
+// Gives a table made before its primary key existed that key. PostgreSQL adds it in place;
+// SQLite cannot, so the table is made again under the key and its rows (and any column of its
+// own beyond the catalogue's) carried over. Two rows with the same number refuse the step.
+void Migrador::EstablecerClave(Conexion& c, const DefTabla& t, int version) {
+    if (t.clavePrimaria.isEmpty() || version < t.clavePrimariaDesde ||
+        !LectorEsquema::ClavePrimaria(c, t.nombre).isEmpty())
+        return;
+    QStringList clave;
+    for (const QString& k : t.clavePrimaria)
+        clave << DialectoEsquema::Identificador(k);
+    if (c.motor() == Motor::PostgreSQL) {
+        for (const QString& k : t.clavePrimaria)
+            c.Ejecutar(QStringLiteral("ALTER TABLE ") + t.nombre +
+                       QStringLiteral(" ALTER COLUMN ") + DialectoEsquema::Identificador(k) +
+                       QStringLiteral(" TYPE ") +
+                       DialectoEsquema::TipoDe(t, *t.Columna(k), c.motor(), version));
+        c.Ejecutar(QStringLiteral("ALTER TABLE ") + t.nombre +
+                   QStringLiteral(" ADD PRIMARY KEY (") + clave.join(QStringLiteral(", ")) +
+                   QLatin1Char(')'));
+        return;
+    }
+    const QString nueva = t.nombre + QStringLiteral("_nueva");
+    const QList<QPair<QString, QString>> tiene = LectorEsquema::Columnas(c, t.nombre);
+    c.Ejecutar(QStringLiteral("DROP TABLE IF EXISTS ") + nueva);
+    c.Ejecutar(DialectoEsquema::CrearTabla(t, c.motor(), version, nueva));
+    QStringList columnas;
+    for (const auto& [nombre, tipo] : tiene) {
+        const DefColumna* d = t.Columna(nombre);
+        if (!d || d->desde > version)
+            c.Ejecutar(QStringLiteral("ALTER TABLE ") + nueva + QStringLiteral(" ADD COLUMN ") +
+                       DialectoEsquema::Identificador(nombre) + QLatin1Char(' ') + tipo);
+        columnas << DialectoEsquema::Identificador(nombre);
+    }
+    const QString lista = columnas.join(QStringLiteral(", "));
+    c.Ejecutar(QStringLiteral("INSERT INTO ") + nueva + QStringLiteral(" (") + lista +
+               QStringLiteral(") SELECT ") + lista + QStringLiteral(" FROM ") + t.nombre);
+    c.Ejecutar(QStringLiteral("DROP TABLE ") + t.nombre);
+    c.Ejecutar(QStringLiteral("ALTER TABLE ") + nueva + QStringLiteral(" RENAME TO ") + t.nombre);
+    // The indexes went with the old table.
+    for (const DefIndice& ix : t.indices)
+        if (ix.desde <= version)
+            c.Ejecutar(DialectoEsquema::CrearIndice(t, ix));
+}
+
+// PostgreSQL keeps the types a column had when it was made: a lock's time and the byte order of
+// the text keys come to older stores here.
+void Migrador::AlinearTiposPg(Conexion& c, const DefTabla& t) {
+    for (const DefColumna& col : t.columnas) {
+        const bool clave = col.tipo == TipoColumna::Texto && t.clavePrimaria.contains(col.nombre);
+        if (col.tipo != TipoColumna::FechaHora && !clave)
+            continue;
+        c.Ejecutar(QStringLiteral("ALTER TABLE ") + t.nombre + QStringLiteral(" ALTER COLUMN ") +
+                   DialectoEsquema::Identificador(col.nombre) + QStringLiteral(" TYPE ") +
+                   DialectoEsquema::TipoDe(t, col, c.motor(), Migrador::VersionActual));
     }
 }
 
@@ -104,9 +164,16 @@ void Migrador::AplicarPaso(Conexion& c, const QString& entidad, int paso) {
         }
         if (t->desde > paso)
             continue;
+        if (t->desde < paso && t->clavePrimariaDesde == paso)
+            EstablecerClave(c, *t, paso);
+        if (paso == 4 && t->desde < paso && c.motor() == Motor::PostgreSQL)
+            AlinearTiposPg(c, *t);
         for (const DefIndice& ix : t->indices)
             if (ix.desde == paso || (t->desde == paso && ix.desde < paso))
                 c.Ejecutar(DialectoEsquema::CrearIndice(*t, ix));
+        if (!t->unicaSinMayusculas.isEmpty() &&
+            (t->unicaDesde == paso || (t->desde == paso && t->unicaDesde < paso)))
+            c.Ejecutar(DialectoEsquema::CrearIndiceSinMayusculas(*t));
     }
 }
 

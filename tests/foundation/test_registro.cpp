@@ -308,7 +308,7 @@ void TestRegistro::eliminarBorraCadaTablaYDejaLoDemas() {
     }
     ts->dialogos().ResponderSi();
     QList<int> avance;
-    QVERIFY(EliminarInterno(ts->ctx()).Ejecutar("X-1", [&](int n) { avance << n; }));
+    QVERIFY(EliminarInterno(ts->ctx(), "PC-OTRA").Ejecutar("X-1", [&](int n) { avance << n; }));
     QCOMPARE(ts->dialogos().registro().at(0).texto,
              QStringLiteral("Confirma eliminar el interno X-1"));
     QCOMPARE(ts->dialogos().registro().at(0).icono, Dialogos::Icono::Pregunta);
@@ -341,7 +341,7 @@ void TestRegistro::eliminarSinConfirmar() {
     OperacionConTodo(*ts, "X-1");
     ts->settings().SaveSetting(kApp, "X-1", "FLAG0", "1");
     ts->dialogos().ResponderNo();
-    QVERIFY(!EliminarInterno(ts->ctx()).Ejecutar("X-1"));
+    QVERIFY(!EliminarInterno(ts->ctx(), "PC-OTRA").Ejecutar("X-1"));
     for (const TablaOperacion& t : TablasDeOperacion())
         QVERIFY2(Contar(*ts, t.entidad, t.tabla, "X-1") > 0, t.tabla);
     QCOMPARE(ts->settings().GetSetting(kApp, "X-1", "FLAG0"), QStringLiteral("1"));
@@ -357,7 +357,7 @@ void TestRegistro::eliminarFallidoNoBorraNada() {
     ts->conexion("INTERNOS").Ejecutar("drop table descargas");
     ts->dialogos().ResponderSi();
     QList<int> avance;
-    QVERIFY(!EliminarInterno(ts->ctx()).Ejecutar("X-1", [&](int n) { avance << n; }));
+    QVERIFY(!EliminarInterno(ts->ctx(), "PC-OTRA").Ejecutar("X-1", [&](int n) { avance << n; }));
     QCOMPARE(avance.size(), 13);
     const QStringList m = ts->dialogos().mensajes();
     QCOMPARE(m.size(), 1);
@@ -380,7 +380,7 @@ void TestRegistro::eliminarConInsumosSinComponente() {
     ts->conexion("INTERNOS")
         .Ejecutar("update subitems set cancelaciones = 'OK' where interno = 'X-1' and id = 2");
     ts->dialogos().ResponderSi();
-    QVERIFY(!EliminarInterno(ts->ctx()).Ejecutar("X-1"));
+    QVERIFY(!EliminarInterno(ts->ctx(), "PC-OTRA").Ejecutar("X-1"));
     QCOMPARE(ts->dialogos().mensajes(),
              QStringList{"[INTERNO.EliminarInterno] 429 - El componente SupplyLink.Main no está "
                          "instalado."});

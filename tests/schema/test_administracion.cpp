@@ -63,7 +63,7 @@ Corrida Correr(TestStores& t, QStringList args) {
 QStringList LineasEsquema(const QString& como) {
     QStringList r;
     for (const QString& e : StoreDirectory::Entidades())
-        r << QStringLiteral("%1: esquema versión 3, %2.").arg(e, como);
+        r << QStringLiteral("%1: esquema versión 4, %2.").arg(e, como);
     return r;
 }
 
@@ -121,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(c.salida, LineasEsquema(QStringLiteral("actualizada desde la versión 1")));
         c = Correr(t, {QStringLiteral("estado")});
         QCOMPARE(c.codigo, Administracion::Correcto);
-        QVERIFY(c.salida.first().startsWith(QStringLiteral("INTERNOS: versión 3 (al día) - ")));
+        QVERIFY(c.salida.first().startsWith(QStringLiteral("INTERNOS: versión 4 (al día) - ")));
     }
 
     // An import with rejected rows writes nothing and says why; a good one writes and counts.

@@ -28,6 +28,8 @@ QString TipoEsperado(TipoColumna tipo, Motor motor) {
         return pg ? QStringLiteral("date") : QStringLiteral("TEXT");
     case TipoColumna::Contador:
         return pg ? QStringLiteral("integer") : QStringLiteral("INTEGER");
+    case TipoColumna::FechaHora:
+        return pg ? QStringLiteral("timestamp without time zone") : QStringLiteral("TEXT");
     }
     return {};
 }
@@ -124,7 +126,7 @@ private Q_SLOTS:
         QTest::newRow("liqcero.idconcepto") << "liqcero"
                                             << "idconcepto" << T;
         QTest::newRow("interno.fecha") << "interno"
-                                       << "fecha" << F;
+                                       << "fecha" << static_cast<int>(TipoColumna::FechaHora);
         QTest::newRow("divisas.imp") << "divisas"
                                      << "imp" << N;
         QTest::newRow("tax.CTAXPOG") << "tax"
@@ -174,8 +176,9 @@ private Q_SLOTS:
     void ddl() {
         const DefTabla* lock = Catalogo::Tabla(QStringLiteral("interno"));
         QCOMPARE(DialectoEsquema::CrearTabla(*lock, Motor::PostgreSQL, 3),
-                 QStringLiteral("CREATE TABLE IF NOT EXISTS interno (interno text, maquina text, "
-                                "usuario text, fecha date, PRIMARY KEY (interno))"));
+                 QStringLiteral("CREATE TABLE IF NOT EXISTS interno (interno text COLLATE \"C\", "
+                                "maquina text, usuario text, fecha timestamp, PRIMARY KEY "
+                                "(interno))"));
         QCOMPARE(DialectoEsquema::CrearTabla(*lock, Motor::SQLite, 3),
                  QStringLiteral("CREATE TABLE IF NOT EXISTS interno (interno TEXT, maquina TEXT, "
                                 "usuario TEXT, fecha TEXT, PRIMARY KEY (interno))"));
@@ -218,10 +221,10 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(LectorEsquema::ClavePrimaria(t.conexion(QStringLiteral("INTERNOS")),
-                                                 QStringLiteral("interno")),
+                                              QStringLiteral("interno")),
                  QStringList{QStringLiteral("interno")});
         QCOMPARE(LectorEsquema::ClavePrimaria(t.conexion(QStringLiteral("PERSONAL")),
-                                                 QStringLiteral("tabla")),
+                                              QStringLiteral("tabla")),
                  QStringList{QStringLiteral("idlin")});
     }
 
@@ -300,8 +303,9 @@ private Q_SLOTS:
         QCOMPARE(VersionDe(t.stores(), QStringLiteral("SYSTABLAS")), desde);
         if (desde < 2)
             QVERIFY(LectorEsquema::Indices(c, QStringLiteral("subitems")).isEmpty());
-        QVERIFY(!LectorEsquema::NombresColumnas(c, QStringLiteral("subitems"))
-                     .contains(QStringLiteral("idext")));
+        if (desde < 3)
+            QVERIFY(!LectorEsquema::NombresColumnas(c, QStringLiteral("subitems"))
+                         .contains(QStringLiteral("idext")));
         c.Ejecutar(QStringLiteral("insert into subitems (id, interno, ncm, fob) values (1, "
                                   "'A-1', '8471.30.12.100B', 1500.25)"));
 
@@ -358,7 +362,7 @@ private Q_SLOTS:
         } catch (const KorvenError& e) {
             QCOMPARE(e.descripcion(),
                      QStringLiteral("La base de NCM tiene la versión 99 del esquema, más nueva "
-                                    "que la de este programa (3)."));
+                                    "que la de este programa (4)."));
         }
         QCOMPARE(VersionDe(t.stores(), QStringLiteral("NCM")), 99);
     }
