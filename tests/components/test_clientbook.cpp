@@ -7,9 +7,9 @@
 #include "components/LibroClientes.h"
 #include "components/RegistrarComponentesPropios.h"
 #include "foundation/FixtureOperaciones.h"
-#include "foundation/GuionModal.h"
 #include "platform/AppContext.h"
 #include "platform/Formato.h"
+#include "support/Pantallas.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

@@ -11,6 +11,7 @@
 #include <QDate>
 #include <QStringList>
 #include <QVariantMap>
+#include <memory>
 
 namespace korven::test {
 
@@ -82,6 +83,12 @@ inline QVariantMap CaratulaCompleta(const QString& interno) {
             {"onccahabilitado", "N"}};
 }
 
+// Every sub-regime has its fields defined, none hidden.
+inline void CargarDest(TestStores& ts) {
+    for (const char* s : {"IC04", "EC01", "IT01", "ET01", "EC02", "IDA4", "IC06", "TG01", "LAPI"})
+        Insertar(ts, "USUARIO", "dest", {{"subreg", s}});
+}
+
 // The master rows the headers above name.
 inline void CargarMaestros(TestStores& ts) {
     for (const auto& [id, tipo] : {std::pair{"IC04", "I"},
@@ -99,9 +106,15 @@ inline void CargarMaestros(TestStores& ts) {
     Insertar(ts, "INTERNOS", "aduana", {{"id", "001"}, {"descripcion", "BUENOS AIRES"}});
     Insertar(ts, "PERSONAL", "clientes", {{"cuit", "30500010912"}, {"nombre", "Cliente Uno"}});
     Insertar(ts, "PERSONAL", "despadu", {{"cuit", "20111111112"}, {"nombre", "Despachante Uno"}});
-    // Every sub-regime has its fields defined, none hidden.
-    for (const char* s : {"IC04", "EC01", "IT01", "ET01", "EC02", "IDA4", "IC06", "TG01", "LAPI"})
-        Insertar(ts, "USUARIO", "dest", {{"subreg", s}});
+    CargarDest(ts);
+}
+
+// Stores with every table and the master rows above.
+inline std::unique_ptr<TestStores> StoresConMaestros(int motor) {
+    auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
+    schema::CrearOActualizar(ts->stores());
+    CargarMaestros(*ts);
+    return ts;
 }
 
 // An Operation with rows in every table it owns, and in the ones that stay behind when it is

@@ -3,6 +3,7 @@
 #include "platform/Formato.h"
 #include "platform/IniFile.h"
 #include "platform/SettingsStore.h"
+#include "support/Pantallas.h"
 #include "support/TestStores.h"
 
 #include <QCheckBox>
@@ -14,6 +15,7 @@
 #include <QtTest>
 
 using namespace korven;
+using korven::test::Control;
 using korven::test::TestStores;
 
 namespace {
@@ -29,13 +31,6 @@ QString Leer(const QString& ruta) {
     if (!f.open(QIODevice::ReadOnly))
         return {};
     return QString::fromUtf8(f.readAll());
-}
-
-template <class T> T* Control(QWidget& w, const char* nombre) {
-    T* c = w.findChild<T*>(QLatin1String(nombre));
-    if (!c)
-        qFatal("Falta el control %s", nombre);
-    return c;
 }
 
 void Abrir(FrmConGen& frm) {
@@ -95,10 +90,10 @@ void TestFrmConGen::carga() {
 void TestFrmConGen::cierreEscribeLasClaves_data() {
     QTest::addColumn<QString>("separador");
     QTest::addColumn<QString>("tasa");
-    QTest::newRow("coma") << ","
-                          << "21,5";
-    QTest::newRow("punto") << "."
-                           << "21.5";
+    // clang-format off
+    QTest::newRow("coma") << "," << "21,5";
+    QTest::newRow("punto") << "." << "21.5";
+    // clang-format on
 }
 
 void TestFrmConGen::cierreEscribeLasClaves() {

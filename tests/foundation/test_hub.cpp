@@ -20,13 +20,6 @@ using namespace korven::test;
 
 namespace {
 
-std::unique_ptr<TestStores> Stores(int motor) {
-    auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
-    schema::CrearOActualizar(ts->stores());
-    CargarMaestros(*ts);
-    return ts;
-}
-
 QVariantMap Expo(const char* subreg) {
     QVariantMap c = CaratulaCompleta("100");
     c.insert("idsubreg", subreg);
@@ -87,7 +80,7 @@ private Q_SLOTS:
 
 void TestHub::cargaMuestraEstadoYOpciones() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Abierta(*ts, CaratulaCompleta("100"));
     SettingsStore& s = ts->settings();
     s.SaveSetting("KORVEN", "100", "FLAG1", "0");
@@ -143,7 +136,7 @@ void TestHub::escGuardaOpcionesYLiberaElBloqueo() {
     QFETCH(QString, subreg);
     QFETCH(int, tecla);
     QFETCH(QString, coef);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Abierta(*ts, Expo(qPrintable(subreg)));
     Insertar(*ts, "INTERNOS", "interno", {{"interno", "200"}, {"maquina", "PC-B"}});
     ts->settings().SaveSetting("KORVEN", "100", "COEFEXPO", "0");
@@ -210,7 +203,7 @@ void TestHub::traspasosSinComponente() {
     QFETCH(QString, subreg);
     QFETCH(QString, boton);
     QFETCH(QString, mensaje);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Abierta(*ts, Expo(qPrintable(subreg)));
     bool chequeado = false;
     ts->ctx().pantallas().Registrar("ChequearInterno", [&](AppContext&, const QVariantMap& a) {
@@ -231,7 +224,7 @@ void TestHub::traspasosSinComponente() {
 
 // Command1 is off without its component; its own failure text says the section is disabled.
 void TestHub::command1SinComponente() {
-    auto ts = Stores(0);
+    auto ts = StoresConMaestros(0);
     Abierta(*ts, CaratulaCompleta("100"));
     FrmDetalleInterno f(ts->ctx(), {{"interno", "100"}});
     QVERIFY(!Boton(f, "Command1")->isEnabled());
@@ -246,7 +239,7 @@ void TestHub::command1SinComponente() {
 // Differences found by the check of the countries are confirmed before the transfer.
 void TestHub::transferenciaConDiferencias() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Abierta(*ts, CaratulaCompleta("100"));
     ts->ctx().pantallas().Registrar("ChequearInterno",
                                     [](AppContext&, const QVariantMap&) { return QVariant(true); });
@@ -300,7 +293,7 @@ void TestHub::armadoDeItems() {
     QFETCH(bool, verItem);
     QFETCH(QString, factura8Despues);
     QFETCH(QString, estadoItem);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     QVariantMap c = CaratulaCompleta("100");
     c.insert("factura8", factura8);
     Abierta(*ts, c);
@@ -355,7 +348,7 @@ void TestHub::armadoDeItems() {
 }
 
 void TestHub::armadoSinPantalla() {
-    auto ts = Stores(0);
+    auto ts = StoresConMaestros(0);
     QVariantMap c = CaratulaCompleta("100");
     c.insert("factura8", "S");
     Abierta(*ts, c);
@@ -372,7 +365,7 @@ void TestHub::armadoSinPantalla() {
 // What the screens of the Operation leave behind shows as soon as they close.
 void TestHub::pantallasDeLaOperacionRecalculanElEstado() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Abierta(*ts, CaratulaCompleta("100"));
     QStringList abiertas;
     QVariantList flags;

@@ -150,109 +150,73 @@ void TestLeerConfig::publicacionAntesDeLosValoresPorDefecto() {
 
 void TestLeerConfig::clavesGenerales_data() {
     QTest::addColumn<QString>("clave");
-    QTest::addColumn<QString>("linea"); // the line of the file; empty: the key is missing
-    QTest::addColumn<QVariant>("esperado");
-
-    QTest::newRow("VERSION 1 da 2") << "VERSION"
-                                    << "VERSION=1" << QVariant(2);
-    QTest::newRow("VERSION 0 da 2") << "VERSION"
-                                    << "VERSION=0" << QVariant(2);
-    QTest::newRow("VERSION falta") << "VERSION"
-                                   << "" << QVariant(2);
-    QTest::newRow("PrefPorc abc") << "DIEMCHINA-PrefPorc"
-                                  << "DIEMCHINA-PrefPorc=abc" << QVariant(40.0);
-    QTest::newRow("PrefPorc vacio") << "DIEMCHINA-PrefPorc"
-                                    << "DIEMCHINA-PrefPorc=" << QVariant(40.0);
-    QTest::newRow("PrefPorc 12.5") << "DIEMCHINA-PrefPorc"
-                                   << "DIEMCHINA-PrefPorc=12.5" << QVariant(12.5);
-    QTest::newRow("IndMax abc") << "DIEMCHINA-IndMaxArancel"
-                                << "DIEMCHINA-IndMaxArancel=abc" << QVariant(35.0);
-    QTest::newRow("IndMax 20") << "DIEMCHINA-IndMaxArancel"
-                               << "DIEMCHINA-IndMaxArancel=20" << QVariant(20.0);
-    QTest::newRow("CargaPor falta") << "SbtFuncionCargaPor"
-                                    << "" << QVariant(true);
-    QTest::newRow("CargaPor vacio") << "SbtFuncionCargaPor"
-                                    << "SbtFuncionCargaPor=" << QVariant(true);
-    QTest::newRow("CargaPor N") << "SbtFuncionCargaPor"
-                                << "SbtFuncionCargaPor=N" << QVariant(false);
-    QTest::newRow("CargaPor N, clave en minusculas") << "SbtFuncionCargaPor"
-                                                     << "sbtfuncioncargapor=N" << QVariant(false);
-    QTest::newRow("CargaPor S") << "SbtFuncionCargaPor"
-                                << "SbtFuncionCargaPor=S" << QVariant(true);
-    QTest::newRow("ARMARITEM 1") << "ARMARITEM"
-                                 << "ARMARITEM=1" << QVariant(1);
-    QTest::newRow("ARMARITEM 2") << "ARMARITEM"
-                                 << "ARMARITEM=2" << QVariant(2);
-    QTest::newRow("ARMARITEM 3") << "ARMARITEM"
-                                 << "ARMARITEM=3" << QVariant(2);
-    QTest::newRow("ARMARITEM 0") << "ARMARITEM"
-                                 << "ARMARITEM=0" << QVariant(2);
-    QTest::newRow("ARMARITEM abc") << "ARMARITEM"
-                                   << "ARMARITEM=abc" << QVariant(2);
-    QTest::newRow("ARMARITEM falta") << "ARMARITEM"
-                                     << "" << QVariant(2);
-    QTest::newRow("MODIFCAT S") << "MODIFCAT"
-                                << "MODIFCAT=S" << QVariant(2);
-    QTest::newRow("MODIFCAT N") << "MODIFCAT"
-                                << "MODIFCAT=N" << QVariant(1);
-    QTest::newRow("MODIFCAT SI") << "MODIFCAT"
-                                 << "MODIFCAT=SI" << QVariant(1);
-    QTest::newRow("MODIFCAT falta") << "MODIFCAT"
-                                    << "" << QVariant(1);
-    QTest::newRow("VALORCAT S") << "VALORCAT"
-                                << "VALORCAT=S" << QVariant(2);
-    QTest::newRow("PRIMR100 N") << "PRIMR100"
-                                << "PRIMR100=N" << QVariant(1);
-    QTest::newRow("MODARTSUB S") << "MODARTSUB"
-                                 << "MODARTSUB= S " << QVariant("S");
-    QTest::newRow("MODARTSUB X") << "MODARTSUB"
-                                 << "MODARTSUB=X" << QVariant("N");
-    QTest::newRow("MODARTSUB falta") << "MODARTSUB"
-                                     << "" << QVariant("N");
-    QTest::newRow("VrySbtDup S") << "VrySbtDup"
-                                 << "VrySbtDup=S" << QVariant("S");
-    QTest::newRow("VrySbtDup falta") << "VrySbtDup"
-                                     << "" << QVariant("N");
-    QTest::newRow("CORDANO S") << "CORDANO"
-                               << "CORDANO=S" << QVariant(true);
-    QTest::newRow("CORDANO falta") << "CORDANO"
-                                   << "" << QVariant(false);
-    QTest::newRow("CORDANORAF S") << "CORDANORAF"
-                                  << "CORDANORAF=S" << QVariant(true);
-    QTest::newRow("NROSUFIJ") << "NROSUFIJ"
-                              << "NROSUFIJ=12" << QVariant("12");
-    QTest::newRow("GROUPBYART S") << "GROUPBYART"
-                                  << "GROUPBYART=S" << QVariant(true);
-    QTest::newRow("SbtMantCodart S") << "SbtMantCodart"
-                                     << "SbtMantCodart=S" << QVariant(true);
-    QTest::newRow("SbtMostrarAsc N") << "SbtMostrarAsc"
-                                     << "SbtMostrarAsc=N" << QVariant(false);
-    QTest::newRow("FlgIdArtTOOtros S") << "FlgIdArtTOOtros"
-                                       << "FlgIdArtTOOtros=S" << QVariant(true);
-    QTest::newRow("NOCALCLIQU S") << "NOCALCLIQU"
-                                  << "NOCALCLIQU=S" << QVariant(true);
-    QTest::newRow("EnviarComExt falta") << "EnviarComExt"
-                                        << "" << QVariant(false);
-    QTest::newRow("MostrarTODO S") << "OperacionesMostrarTODO"
-                                   << "OperacionesMostrarTODO=S" << QVariant(true);
-    QTest::newRow("LISTADO 1") << "LISTADO"
-                               << "LISTADO=1" << QVariant(1);
-    QTest::newRow("LISTADO vacio") << "LISTADO"
-                                   << "LISTADO=" << QVariant(0);
-    QTest::newRow("DEVICENAME") << "DEVICENAME"
-                                << "DEVICENAME=HP LaserJet 1020" << QVariant("HP LaserJet 1020");
+    QTest::addColumn<QString>("linea");    // the line of the file; empty: the key is missing
+    QTest::addColumn<QString>("esperado"); // as the value reads as text
+    struct Caso {
+        const char *nombre, *clave, *linea, *esperado;
+    };
+    // clang-format off
+    const Caso casos[] = {
+        {"VERSION 1 da 2", "VERSION", "VERSION=1", "2"},
+        {"VERSION 0 da 2", "VERSION", "VERSION=0", "2"},
+        {"VERSION falta", "VERSION", "", "2"},
+        {"PrefPorc abc", "DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=abc", "40"},
+        {"PrefPorc vacio", "DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=", "40"},
+        {"PrefPorc 12.5", "DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=12.5", "12.5"},
+        {"IndMax abc", "DIEMCHINA-IndMaxArancel", "DIEMCHINA-IndMaxArancel=abc", "35"},
+        {"IndMax 20", "DIEMCHINA-IndMaxArancel", "DIEMCHINA-IndMaxArancel=20", "20"},
+        {"CargaPor falta", "SbtFuncionCargaPor", "", "true"},
+        {"CargaPor vacio", "SbtFuncionCargaPor", "SbtFuncionCargaPor=", "true"},
+        {"CargaPor N", "SbtFuncionCargaPor", "SbtFuncionCargaPor=N", "false"},
+        {"CargaPor N, clave en minusculas", "SbtFuncionCargaPor", "sbtfuncioncargapor=N", "false"},
+        {"CargaPor S", "SbtFuncionCargaPor", "SbtFuncionCargaPor=S", "true"},
+        {"ARMARITEM 1", "ARMARITEM", "ARMARITEM=1", "1"},
+        {"ARMARITEM 2", "ARMARITEM", "ARMARITEM=2", "2"},
+        {"ARMARITEM 3", "ARMARITEM", "ARMARITEM=3", "2"},
+        {"ARMARITEM 0", "ARMARITEM", "ARMARITEM=0", "2"},
+        {"ARMARITEM abc", "ARMARITEM", "ARMARITEM=abc", "2"},
+        {"ARMARITEM falta", "ARMARITEM", "", "2"},
+        {"MODIFCAT S", "MODIFCAT", "MODIFCAT=S", "2"},
+        {"MODIFCAT N", "MODIFCAT", "MODIFCAT=N", "1"},
+        {"MODIFCAT SI", "MODIFCAT", "MODIFCAT=SI", "1"},
+        {"MODIFCAT falta", "MODIFCAT", "", "1"},
+        {"VALORCAT S", "VALORCAT", "VALORCAT=S", "2"},
+        {"PRIMR100 N", "PRIMR100", "PRIMR100=N", "1"},
+        {"MODARTSUB S", "MODARTSUB", "MODARTSUB= S ", "S"},
+        {"MODARTSUB X", "MODARTSUB", "MODARTSUB=X", "N"},
+        {"MODARTSUB falta", "MODARTSUB", "", "N"},
+        {"VrySbtDup S", "VrySbtDup", "VrySbtDup=S", "S"},
+        {"VrySbtDup falta", "VrySbtDup", "", "N"},
+        {"CORDANO S", "CORDANO", "CORDANO=S", "true"},
+        {"CORDANO falta", "CORDANO", "", "false"},
+        {"CORDANORAF S", "CORDANORAF", "CORDANORAF=S", "true"},
+        {"NROSUFIJ", "NROSUFIJ", "NROSUFIJ=12", "12"},
+        {"GROUPBYART S", "GROUPBYART", "GROUPBYART=S", "true"},
+        {"SbtMantCodart S", "SbtMantCodart", "SbtMantCodart=S", "true"},
+        {"SbtMostrarAsc N", "SbtMostrarAsc", "SbtMostrarAsc=N", "false"},
+        {"FlgIdArtTOOtros S", "FlgIdArtTOOtros", "FlgIdArtTOOtros=S", "true"},
+        {"NOCALCLIQU S", "NOCALCLIQU", "NOCALCLIQU=S", "true"},
+        {"EnviarComExt falta", "EnviarComExt", "", "false"},
+        {"MostrarTODO S", "OperacionesMostrarTODO", "OperacionesMostrarTODO=S", "true"},
+        {"LISTADO 1", "LISTADO", "LISTADO=1", "1"},
+        {"LISTADO vacio", "LISTADO", "LISTADO=", "0"},
+        {"DEVICENAME", "DEVICENAME", "DEVICENAME=HP LaserJet 1020", "HP LaserJet 1020"},
+    };
+    // clang-format on
+    for (const Caso& c : casos)
+        QTest::newRow(c.nombre) << c.clave << c.linea << c.esperado;
 }
 
 void TestLeerConfig::clavesGenerales() {
     QFETCH(QString, clave);
     QFETCH(QString, linea);
-    QFETCH(QVariant, esperado);
+    QFETCH(QString, esperado);
     TestStores ts(Motor::SQLite);
     EscribirArchivo(ts.ctx().rutaIni(), QStringLiteral("[GENERAL]\n") + linea + "\n");
     LeerConfig(ts.ctx());
     const QVariant valor = Ajuste(ts.ctx().config(), clave);
     QVERIFY2(valor.isValid(), qPrintable(clave));
-    QCOMPARE(valor.toString(), esperado.toString());
+    QCOMPARE(valor.toString(), esperado);
 }
 
 void TestLeerConfig::tasasDeIvaConAmbosSeparadores_data() {

@@ -2,7 +2,6 @@
 // the customs brokers, the two-column list with its feeder and the comment of an Operation.
 
 #include "FixtureOperaciones.h"
-#include "GuionModal.h"
 #include "foundation/ClListadoEx.h"
 #include "foundation/FrmListado.h"
 #include "foundation/FrmListadoDespachante.h"
@@ -13,6 +12,7 @@
 #include "foundation/RegistrarPantallasOperaciones.h"
 #include "platform/AppContext.h"
 #include "platform/Pantallas.h"
+#include "support/Pantallas.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -47,14 +47,6 @@ QStringList Columna(QTreeWidget* t, int col) {
     for (int i = 0; i < t->topLevelItemCount(); ++i)
         r << t->topLevelItem(i)->text(col);
     return r;
-}
-
-// Shows a form as the active window, where the keys go.
-void Mostrar(QWidget& f) {
-    f.show();
-    f.activateWindow();
-    if (!QTest::qWaitForWindowActive(&f))
-        qWarning("La ventana no llego a ser la activa");
 }
 
 QVariantMap Par(const QString& a, const QString& b, const char* clave = "codigo",

@@ -227,21 +227,18 @@ void TestMenuP::formulariosNoInstalados_data() {
     QTest::addColumn<int>("fila");
     QTest::addColumn<QString>("mensaje");
     const QString no = QStringLiteral("429 / El componente %1 no está instalado.");
+    // clang-format off
     QTest::newRow("Hoja de Valoración")
         << 0 << "seccion HojadeValorEXPO en Formulario MenuP :: " + no.arg("ValueSheet.Main");
     QTest::newRow("Multinota") << 1 << "KORVEN.MenuP.Multinota::" + no.arg("NoteForm.Main");
     QTest::newRow("Boleta de Deposito")
         << 2 << "seccion BoletaDeposito en Formulario MenuP :: " + no.arg("DepositSlipForm.Main");
-    QTest::newRow("SENASA") << 3
-                            << "seccion SENASA en Formulario MenuP :: " + no.arg("HealthForm.Main");
+    QTest::newRow("SENASA") << 3 << "seccion SENASA en Formulario MenuP :: " + no.arg("HealthForm.Main");
     QTest::newRow("Solictud Particular")
         << 4
         << "seccion SolicitudParticular en Formulario MenuP :: " + no.arg("ParticularRequest.Main");
-    QTest::newRow("Mineria") << 5
-                             << "seccion Mineria en Formulario MenuP :: " +
-                                    no.arg("MiningForm.Main");
-    QTest::newRow("Om 1993") << 6
-                             << "seccion Om1993 en Formulario MenuP :: " + no.arg("Form1993.Main");
+    QTest::newRow("Mineria") << 5 << "seccion Mineria en Formulario MenuP :: " + no.arg("MiningForm.Main");
+    QTest::newRow("Om 1993") << 6 << "seccion Om1993 en Formulario MenuP :: " + no.arg("Form1993.Main");
     QTest::newRow("PREDIBIOS - Impo")
         << 7
         << no.arg("DepotManifest.Impo") +
@@ -250,6 +247,7 @@ void TestMenuP::formulariosNoInstalados_data() {
         << 8
         << no.arg("DepotManifest.Expo") +
                " - seccion[LlamarFormulario.MenuNew.KORVEN]::DepotManifest.Expo";
+    // clang-format on
 }
 
 void TestMenuP::formulariosNoInstalados() {

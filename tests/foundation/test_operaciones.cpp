@@ -3,7 +3,6 @@
 // hub changed.
 
 #include "FixtureOperaciones.h"
-#include "GuionModal.h"
 #include "components/CopiaInterno.h"
 #include "components/RegistrarComponentesPropios.h"
 #include "foundation/BloqueoInterno.h"
@@ -17,6 +16,7 @@
 #include "platform/KorvenError.h"
 #include "schema/LectorEsquema.h"
 #include "schema/Migrador.h"
+#include "support/Pantallas.h"
 
 #include <QLineEdit>
 #include <QTreeWidget>

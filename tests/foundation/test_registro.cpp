@@ -19,13 +19,6 @@ namespace {
 
 const QString kApp = QStringLiteral("KORVEN");
 
-std::unique_ptr<TestStores> Stores(int motor) {
-    auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
-    schema::CrearOActualizar(ts->stores());
-    CargarMaestros(*ts);
-    return ts;
-}
-
 // Headers numbered 1 to n, created on consecutive days from 2024-01-01.
 void Numerados(TestStores& ts, int n) {
     for (int i = 1; i <= n; ++i) {
@@ -103,7 +96,7 @@ void TestRegistro::ordenYLimite() {
     QFETCH(int, listado);
     QFETCH(bool, todo);
     QFETCH(QStringList, esperados);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Numerados(*ts, 60);
     ts->ctx().config().LISTADO = listado;
     ts->ctx().config().OperacionesMostrarTODO = todo;
@@ -163,7 +156,7 @@ void TestRegistro::filtros() {
     QFETCH(QString, interno);
     QFETCH(bool, porFecha);
     QFETCH(QStringList, esperados);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     struct {
         const char* interno;
         const char* cliente;
@@ -204,7 +197,7 @@ void TestRegistro::detalleDeLaFila() {
     MOTOR_O_SALTAR();
     QFETCH(QString, separador);
     SeparadorDecimalScope scope(separador);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     QVariantMap c = CaratulaCompleta("100");
     c.insert("fobdivisas", 1234.5);
     c.insert("fletedivisas", 7.0);
@@ -240,7 +233,7 @@ void TestRegistro::detalleDeLaFila() {
 
 void TestRegistro::nuevoInterno() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     ts->dialogos().ResponderTexto(QStringLiteral("2024-0001"));
     QCOMPARE(NuevoInterno(ts->ctx()).Ejecutar(), QStringLiteral("2024-0001"));
     const auto& r = ts->dialogos().registro();
@@ -271,7 +264,7 @@ void TestRegistro::nuevoInterno() {
 
 void TestRegistro::nuevoInternoExistenteOVacio() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("500"));
     ScriptedDialogs& d = ts->dialogos();
     d.ResponderTexto(QStringLiteral("500"));
@@ -294,7 +287,7 @@ void TestRegistro::nuevoInternoExistenteOVacio() {
 
 void TestRegistro::eliminarBorraCadaTablaYDejaLoDemas() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     OperacionConTodo(*ts, "X-1");
     OperacionConTodo(*ts, "X-2");
     SettingsStore& s = ts->settings();
@@ -337,7 +330,7 @@ void TestRegistro::eliminarBorraCadaTablaYDejaLoDemas() {
 
 void TestRegistro::eliminarSinConfirmar() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     OperacionConTodo(*ts, "X-1");
     ts->settings().SaveSetting(kApp, "X-1", "FLAG0", "1");
     ts->dialogos().ResponderNo();
@@ -351,7 +344,7 @@ void TestRegistro::eliminarSinConfirmar() {
 // come back.
 void TestRegistro::eliminarFallidoNoBorraNada() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     OperacionConTodo(*ts, "X-1");
     ts->settings().SaveSetting(kApp, "X-1", "FLAG0", "0");
     ts->conexion("INTERNOS").Ejecutar("drop table descargas");
@@ -375,7 +368,7 @@ void TestRegistro::eliminarFallidoNoBorraNada() {
 // Operation is not deleted.
 void TestRegistro::eliminarConInsumosSinComponente() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     OperacionConTodo(*ts, "X-1");
     ts->conexion("INTERNOS")
         .Ejecutar("update subitems set cancelaciones = 'OK' where interno = 'X-1' and id = 2");

@@ -2,7 +2,6 @@
 // with the stores checked afterwards.
 
 #include "FixtureOperaciones.h"
-#include "GuionModal.h"
 #include "components/FrmClientes.h"
 #include "components/RegistrarComponentesPropios.h"
 #include "foundation/FrmDetalleInterno.h"
@@ -10,6 +9,7 @@
 #include "foundation/RegistrarPantallasOperaciones.h"
 #include "platform/AppContext.h"
 #include "platform/SettingsStore.h"
+#include "support/Pantallas.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -22,10 +22,8 @@ using namespace korven::test;
 
 namespace {
 
-std::unique_ptr<TestStores> Stores(int motor) {
-    auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
-    schema::CrearOActualizar(ts->stores());
-    CargarMaestros(*ts);
+std::unique_ptr<TestStores> ConPantallas(int motor) {
+    auto ts = StoresConMaestros(motor);
     RegistrarPantallasOperaciones(ts->ctx().pantallas());
     RegistrarComponentesPropios(ts->ctx().componentes());
     return ts;
@@ -87,7 +85,7 @@ private Q_SLOTS:
 
 void TestRegistroPantalla::insertCreaUnaOperacion() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = ConPantallas(motor);
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("2024-0001"));
     Registro r(*ts);
     ts->dialogos().ResponderTexto("2024-0007");
@@ -108,7 +106,7 @@ void TestRegistroPantalla::insertCreaUnaOperacion() {
 
 void TestRegistroPantalla::enterEnElNumeroLista50EnOrdenDeTexto() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = ConPantallas(motor);
     for (int i = 1; i <= 60; ++i)
         Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta(QString::number(i)));
     ts->ctx().config().LISTADO = 0;
@@ -152,7 +150,7 @@ void TestRegistroPantalla::enterAbreBajoBloqueo() {
     QFETCH(QString, bloqueo);
     QFETCH(bool, abre);
     QFETCH(QString, mensaje);
-    auto ts = Stores(motor);
+    auto ts = ConPantallas(motor);
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
     if (!bloqueo.isEmpty())
         Insertar(*ts, "INTERNOS", "interno",
@@ -192,7 +190,7 @@ void TestRegistroPantalla::enterAbreBajoBloqueo() {
 
 void TestRegistroPantalla::deleteEliminaLaOperacion() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = ConPantallas(motor);
     OperacionConTodo(*ts, "X-1");
     OperacionConTodo(*ts, "X-2");
     ts->settings().SaveSetting("KORVEN", "X-1", "FLAG0", "0");
@@ -225,7 +223,7 @@ void TestRegistroPantalla::deleteEliminaLaOperacion() {
 }
 
 void TestRegistroPantalla::deleteEnGrillaVaciaNoHaceNada() {
-    auto ts = Stores(0);
+    auto ts = ConPantallas(0);
     Registro r(*ts);
     r.Buscar("nada");
     QVERIFY(r.f.InternosListados().isEmpty());
@@ -237,7 +235,7 @@ void TestRegistroPantalla::deleteEnGrillaVaciaNoHaceNada() {
 
 void TestRegistroPantalla::f6CopiaLaOperacion() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = ConPantallas(motor);
     OperacionConTodo(*ts, "100");
     Registro r(*ts);
     r.Buscar();
@@ -255,7 +253,7 @@ void TestRegistroPantalla::f6CopiaLaOperacion() {
 }
 
 void TestRegistroPantalla::f12SinComponente() {
-    auto ts = Stores(0);
+    auto ts = ConPantallas(0);
     Registro r(*ts);
     QTest::keyClick(r.txt("txtInterno"), Qt::Key_F12);
     QCOMPARE(ts->dialogos().mensajes(),
@@ -265,7 +263,7 @@ void TestRegistroPantalla::f12SinComponente() {
 }
 
 void TestRegistroPantalla::agruparPorCliente() {
-    auto ts = Stores(0);
+    auto ts = ConPantallas(0);
     const char* filas[][2] = {{"1", "Zeta SA"}, {"2", "Alfa SRL"}, {"3", "Zeta SA"}};
     for (const auto& f : filas) {
         QVariantMap c = CaratulaCompleta(f[0]);
@@ -295,7 +293,7 @@ void TestRegistroPantalla::agruparPorCliente() {
 
 // F6 in the client filter chooses from the client book; Delete empties the filter.
 void TestRegistroPantalla::f6EnClienteEligeDelLibro() {
-    auto ts = Stores(0);
+    auto ts = ConPantallas(0);
     Insertar(*ts, "PERSONAL", "clientes", {{"cuit", "30999999997"}, {"nombre", "Beta SA"}});
     Registro r(*ts);
     AlAbrir<FrmClientes> libro([](FrmClientes* l) {
@@ -312,7 +310,7 @@ void TestRegistroPantalla::f6EnClienteEligeDelLibro() {
 }
 
 void TestRegistroPantalla::escCierra() {
-    auto ts = Stores(0);
+    auto ts = ConPantallas(0);
     Registro r(*ts);
     QTest::keyClick(r.txt("txtDespachante"), Qt::Key_Escape);
     QVERIFY(!r.f.isVisible());

@@ -16,13 +16,6 @@ namespace {
 const QStringList kSalidas = {"CmdTransMaria", "CmdBultos",   "cmdCertOrig",  "CmdPresupuesto",
                               "CmdHojaVal",    "cmdExportar", "cmdExportINS", "cmdPrint"};
 
-std::unique_ptr<TestStores> Stores(int motor) {
-    auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
-    schema::CrearOActualizar(ts->stores());
-    CargarMaestros(*ts);
-    return ts;
-}
-
 // Packages of an export, all present.
 QVariantMap Bultos() {
     return {{"bulnro", "1-10"},
@@ -42,7 +35,25 @@ QVariantMap Unir(QVariantMap a, const QVariantMap& b) {
 
 class TestVerDatos : public QObject {
     Q_OBJECT
+    std::unique_ptr<TestStores> stores_[2];
+    // Stores kept for the rows of one engine; each row starts without Operation 100 and with
+    // the dest rows of the masters.
+    TestStores& Compartidas(int motor) {
+        if (!stores_[motor])
+            stores_[motor] = StoresConMaestros(motor);
+        TestStores& ts = *stores_[motor];
+        ts.dialogos().Limpiar();
+        for (const char* t : {"caratula", "subitems", "groupsubitems", "item"})
+            ts.conexion("INTERNOS").Ejecutar(QStringLiteral("delete from %1").arg(t));
+        ts.conexion("USUARIO").Ejecutar("delete from dest");
+        CargarDest(ts);
+        return ts;
+    }
 private Q_SLOTS:
+    void cleanupTestCase() {
+        stores_[0].reset();
+        stores_[1].reset();
+    }
     void reglas_data();
     void reglas();
     void sinCaratula_data() { FilasDeMotores(); }
@@ -57,385 +68,85 @@ void TestVerDatos::reglas_data() {
     QTest::addColumn<int>("motor");
     QTest::addColumn<QVariantMap>("cambios"); // header columns that differ from complete
     QTest::addColumn<QVariantList>("lineas"); // FOB of each goods line
-    QTest::addColumn<QString>("dest");        // "" a plain dest row; "sin" none; else a
-                                              // control the sub-regime hides
-    QTest::addColumn<QString>("caratula");
-    QTest::addColumn<QString>("subitems");        // "-" not touched
-    QTest::addColumn<QString>("items");           // "-" not touched
-    QTest::addColumn<QString>("bultos");          // "-" not touched
-    QTest::addColumn<QVariantMap>("habilitados"); // control -> enabled
-    QTest::addColumn<QStringList>("intactos");    // controls the run leaves as they were
-    QTest::addColumn<bool>("ordenar");            // frmOrdenar shown
+    QTest::addColumn<QString>("dest"); // "" a plain dest row; "sin" none; else a hidden control
+    QTest::addColumn<QStringList>("estados"); // header, goods lines, items, packages ("-": none)
+    QTest::addColumn<QString>("botones");     // "b" enabled, "!b" disabled, "?b" left untouched
 
     const QVariantList mil{600.0, 400.0};
     const QString C = "COMPLETO!", I = "INCOMPLETO", G = "GENERADO!", S = "SIN GENERAR";
+    const QString BC = "COMPLETO";
     const QVariantMap expo = Unir({{"idsubreg", "EC01"}}, Bultos());
+    const QString bloqueados = "cmdITEM !CmdTransMaria !CmdBultos !cmdCertOrig !CmdPresupuesto "
+                               "!CmdHojaVal !cmdExportar !cmdExportINS !cmdPrint";
     struct Caso {
         const char* nombre;
         QVariantMap cambios;
         QVariantList lineas;
-        QString dest, caratula, subitems, items, bultos;
-        QVariantMap habilitados;
-        QStringList intactos;
-        bool ordenar;
+        QString dest;
+        QStringList estados;
+        QString botones;
     };
+    // clang-format off
     const QList<Caso> casos = {
-        {"importacion completa",
-         {},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "-",
-         {{"cmdITEM", true},
-          {"CmdPresupuesto", true},
-          {"CmdTransMaria", true},
-          {"cmdExportar", true},
-          {"cmdExportINS", false},
-          {"cmdPrint", false},
-          {"CmdBultos", false},
-          {"cmdCertOrig", false},
-          {"ChCOEF", false}},
-         {"CmdHojaVal"},
-         false},
-        {"sin registro en dest",
-         {},
-         mil,
-         "sin",
-         I,
-         "-",
-         "",
-         "-",
-         {{"cmdITEM", false},
-          {"CmdPresupuesto", false},
-          {"CmdTransMaria", false},
-          {"cmdExportar", false},
-          {"cmdExportINS", false},
-          {"cmdPrint", false}},
-         {"CmdHojaVal", "CmdBultos", "cmdCertOrig"},
-         false},
-        {"fob cero",
-         {{"fobdivisas", 0.0}},
-         {},
-         "",
-         I,
-         "-",
-         "",
-         "-",
-         {{"cmdITEM", false}},
-         {},
-         false},
-        {"fob 1000.004 contra 1000.00",
-         {},
-         {1000.004},
-         "",
-         C,
-         C,
-         G,
-         "-",
-         {{"cmdITEM", true}},
-         {},
-         false},
-        {"lineas 999.99 contra 1000",
-         {},
-         {999.99},
-         "",
-         C,
-         I,
-         "-",
-         "-",
-         {{"cmdITEM", true}, {"CmdTransMaria", true}},
-         {},
-         false},
-        {"sin lineas", {}, {}, "", C, I, "-", "-", {}, {}, false},
-        {"sin vendedor", {{"idvendedor", ""}}, mil, "", I, "-", "", "-", {}, {}, false},
-        {"sin vendedor que dest oculta",
-         {{"idvendedor", ""}},
-         mil,
-         "Txtidvendedor",
-         C,
-         C,
-         G,
-         "-",
-         {},
-         {},
-         false},
-        {"sin condicion de venta",
-         {{"idcondiciondeventa", QVariant()}},
-         mil,
-         "",
-         I,
-         "-",
-         "",
-         "-",
-         {},
-         {},
-         false},
-        {"sin condicion de venta que dest oculta",
-         {{"idcondiciondeventa", ""}},
-         mil,
-         "Txtidcondventa",
-         C,
-         C,
-         G,
-         "-",
-         {},
-         {},
-         false},
-        {"sin cliente", {{"cuitcliente", " "}}, mil, "", I, "-", "", "-", {}, {}, false},
-        {"sin cambio de fob", {{"fobdivcambio", 0.0}}, mil, "", I, "-", "", "-", {}, {}, false},
-        {"importacion sin flete", {{"fletedivisas", 0.0}}, mil, "", I, "-", "", "-", {}, {}, false},
-        {"importacion sin divisa de seguro",
-         {{"segurocoddivisas", ""}},
-         mil,
-         "",
-         I,
-         "-",
-         "",
-         "-",
-         {},
-         {},
-         false},
-        {"LAPI sin seguro",
-         {{"idsubreg", "LAPI"}, {"segurodivisas", 0.0}},
-         mil,
-         "",
-         I,
-         "-",
-         "",
-         "-",
-         {},
-         {},
-         false},
-        {"exportacion sin flete ni seguro",
-         Unir(expo, {{"fletedivisas", 0.0}, {"segurodivisas", QVariant()}}),
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "COMPLETO",
-         {{"CmdTransMaria", true}},
-         {},
-         false},
-        {"06 sin deposito", {{"idsubreg", "IC06"}}, mil, "", I, "-", "", "-", {}, {}, false},
-        {"06 con deposito",
-         {{"idsubreg", "IC06"}, {"factura5", "DEP01"}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "-",
-         {{"cmdPrint", true}},
-         {},
-         false},
-        {"exportacion con bultos incompletos",
-         {{"idsubreg", "EC01"}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "INCOMPLETO",
-         {{"CmdTransMaria", false},
-          {"cmdExportar", false},
-          {"cmdExportINS", false},
-          {"CmdBultos", true},
-          {"cmdCertOrig", true},
-          {"CmdHojaVal", true},
-          {"ChCOEF", true},
-          {"cmdITEM", true}},
-         {},
-         false},
-        {"exportacion con bultos",
-         expo,
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "COMPLETO",
-         {{"CmdTransMaria", true},
-          {"cmdExportar", true},
-          {"cmdExportINS", false},
-          {"cmdPrint", false},
-          {"CmdBultos", true},
-          {"cmdCertOrig", true},
-          {"CmdHojaVal", true}},
-         {},
-         false},
-        {"exportacion sin peso de bultos",
-         Unir(expo, {{"bulpes", 0.0}}),
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "INCOMPLETO",
-         {{"CmdTransMaria", false}},
-         {},
-         false},
+        {"importacion completa", {}, mil, "", {C, C, G, "-"}, "cmdITEM CmdPresupuesto CmdTransMaria "
+         "cmdExportar !cmdExportINS !cmdPrint !CmdBultos !cmdCertOrig !ChCOEF ?CmdHojaVal"},
+        {"sin registro en dest", {}, mil, "sin", {I, "-", "", "-"}, "!cmdITEM !CmdPresupuesto "
+         "!CmdTransMaria !cmdExportar !cmdExportINS !cmdPrint ?CmdHojaVal ?CmdBultos ?cmdCertOrig"},
+        {"fob cero", {{"fobdivisas", 0.0}}, {}, "", {I, "-", "", "-"}, "!cmdITEM"},
+        {"fob 1000.004 contra 1000.00", {}, {1000.004}, "", {C, C, G, "-"}, "cmdITEM"},
+        {"lineas 999.99 contra 1000", {}, {999.99}, "", {C, I, "-", "-"}, "cmdITEM CmdTransMaria"},
+        {"sin lineas", {}, {}, "", {C, I, "-", "-"}, ""},
+        {"sin vendedor", {{"idvendedor", ""}}, mil, "", {I, "-", "", "-"}, ""},
+        {"sin vendedor que dest oculta", {{"idvendedor", ""}}, mil, "Txtidvendedor", {C, C, G, "-"}, ""},
+        {"sin condicion de venta", {{"idcondiciondeventa", QVariant()}}, mil, "", {I, "-", "", "-"}, ""},
+        {"sin condicion de venta que dest oculta", {{"idcondiciondeventa", ""}}, mil, "Txtidcondventa",
+         {C, C, G, "-"}, ""},
+        {"sin cliente", {{"cuitcliente", " "}}, mil, "", {I, "-", "", "-"}, ""},
+        {"sin cambio de fob", {{"fobdivcambio", 0.0}}, mil, "", {I, "-", "", "-"}, ""},
+        {"importacion sin flete", {{"fletedivisas", 0.0}}, mil, "", {I, "-", "", "-"}, ""},
+        {"importacion sin divisa de seguro", {{"segurocoddivisas", ""}}, mil, "", {I, "-", "", "-"}, ""},
+        {"LAPI sin seguro", {{"idsubreg", "LAPI"}, {"segurodivisas", 0.0}}, mil, "", {I, "-", "", "-"}, ""},
+        {"exportacion sin flete ni seguro", Unir(expo, {{"fletedivisas", 0.0}, {"segurodivisas", QVariant()}}),
+         mil, "", {C, C, G, BC}, "CmdTransMaria"},
+        {"06 sin deposito", {{"idsubreg", "IC06"}}, mil, "", {I, "-", "", "-"}, ""},
+        {"06 con deposito", {{"idsubreg", "IC06"}, {"factura5", "DEP01"}}, mil, "", {C, C, G, "-"}, "cmdPrint"},
+        {"exportacion con bultos incompletos", {{"idsubreg", "EC01"}}, mil, "", {C, C, G, I},
+         "!CmdTransMaria !cmdExportar !cmdExportINS CmdBultos cmdCertOrig CmdHojaVal ChCOEF cmdITEM"},
+        {"exportacion con bultos", expo, mil, "", {C, C, G, BC},
+         "CmdTransMaria cmdExportar !cmdExportINS !cmdPrint CmdBultos cmdCertOrig CmdHojaVal"},
+        {"exportacion sin peso de bultos", Unir(expo, {{"bulpes", 0.0}}), mil, "", {C, C, G, I}, "!CmdTransMaria"},
         {"BULCOD 32 con BULTIP A sin numero ni cantidad",
-         {{"idsubreg", "EC01"}, {"bulcod", "32"}, {"bultip", "A"}, {"bulpes", 80.0}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "COMPLETO",
-         {{"CmdTransMaria", true}, {"cmdExportar", true}},
-         {},
-         false},
-        {"BULCOD 32 con BULTIP A sin peso",
-         {{"idsubreg", "EC01"}, {"bulcod", "32"}, {"bultip", "A"}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "INCOMPLETO",
-         {{"CmdTransMaria", false}},
-         {},
-         false},
+         {{"idsubreg", "EC01"}, {"bulcod", "32"}, {"bultip", "A"}, {"bulpes", 80.0}}, mil, "",
+         {C, C, G, BC}, "CmdTransMaria cmdExportar"},
+        {"BULCOD 32 con BULTIP A sin peso", {{"idsubreg", "EC01"}, {"bulcod", "32"}, {"bultip", "A"}}, mil,
+         "", {C, C, G, I}, "!CmdTransMaria"},
         {"BULCOD 32 con BULTIP B pide todo",
-         {{"idsubreg", "EC01"}, {"bulcod", "32"}, {"bultip", "B"}, {"bulpes", 80.0}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "INCOMPLETO",
-         {{"CmdTransMaria", false}},
-         {},
-         false},
-        {"bultos que no se transfieren",
-         {{"idsubreg", "EC01"}, {"factura9", " 1 "}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "COMPLETO",
-         {{"CmdTransMaria", true}},
-         {},
-         false},
-        {"exportacion temporal",
-         Unir(expo, {{"idsubreg", "ET01"}}),
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "COMPLETO",
-         {{"cmdExportINS", true}, {"cmdPrint", false}},
-         {},
-         false},
-        {"exportacion con formularios",
-         Unir(expo, {{"idsubreg", "EC02"}}),
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "COMPLETO",
-         {{"cmdExportINS", false}, {"cmdPrint", true}},
-         {},
-         false},
-        {"importacion temporal",
-         {{"idsubreg", "IT01"}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "-",
-         {{"cmdExportINS", true}, {"CmdTransMaria", true}},
-         {"CmdHojaVal"},
-         false},
-        {"IDA4 generado",
-         {{"idsubreg", "IDA4"}},
-         mil,
-         "",
-         C,
-         C,
-         G,
-         "-",
-         {{"cmdExportar", true},
-          {"CmdTransMaria", true},
-          {"cmdExportINS", false},
-          {"cmdPrint", false}},
-         {},
-         false},
-        {"IDA4 con lineas incompletas",
-         {{"idsubreg", "IDA4"}},
-         {10.0},
-         "",
-         C,
-         I,
-         "-",
-         "-",
-         {{"cmdExportar", false}, {"CmdTransMaria", true}},
-         {},
-         false},
-        {"cambiado desde el armado",
-         {{"factura8", "S"}},
-         mil,
-         "",
-         C,
-         C,
-         S,
-         "-",
-         {{"cmdITEM", true},
-          {"CmdTransMaria", false},
-          {"CmdBultos", false},
-          {"cmdCertOrig", false},
-          {"CmdPresupuesto", false},
-          {"CmdHojaVal", false},
-          {"cmdExportar", false},
-          {"cmdExportINS", false},
-          {"cmdPrint", false}},
-         {},
-         true},
-        {"exportacion cambiada desde el armado",
-         Unir(expo, {{"factura8", "S"}}),
-         mil,
-         "",
-         C,
-         C,
-         S,
-         "COMPLETO",
-         {{"cmdITEM", true},
-          {"CmdTransMaria", false},
-          {"CmdBultos", false},
-          {"cmdCertOrig", false},
-          {"CmdPresupuesto", false},
-          {"CmdHojaVal", false},
-          {"cmdExportar", false},
-          {"cmdExportINS", false},
-          {"cmdPrint", false}},
-         {},
-         true},
-        {"cambiada con caratula incompleta",
-         {{"factura8", "S"}, {"idaduana", ""}},
-         mil,
-         "",
-         I,
-         "-",
-         "",
-         "-",
-         {{"CmdHojaVal", false}, {"cmdITEM", false}},
-         {},
-         false},
-        {"nueva sin factura8", {{"factura8", QVariant()}}, mil, "", C, C, G, "-", {}, {}, false},
+         {{"idsubreg", "EC01"}, {"bulcod", "32"}, {"bultip", "B"}, {"bulpes", 80.0}}, mil, "",
+         {C, C, G, I}, "!CmdTransMaria"},
+        {"bultos que no se transfieren", {{"idsubreg", "EC01"}, {"factura9", " 1 "}}, mil, "", {C, C, G, BC},
+         "CmdTransMaria"},
+        {"exportacion temporal", Unir(expo, {{"idsubreg", "ET01"}}), mil, "", {C, C, G, BC},
+         "cmdExportINS !cmdPrint"},
+        {"exportacion con formularios", Unir(expo, {{"idsubreg", "EC02"}}), mil, "", {C, C, G, BC},
+         "!cmdExportINS cmdPrint"},
+        {"importacion temporal", {{"idsubreg", "IT01"}}, mil, "", {C, C, G, "-"},
+         "cmdExportINS CmdTransMaria ?CmdHojaVal"},
+        {"IDA4 generado", {{"idsubreg", "IDA4"}}, mil, "", {C, C, G, "-"},
+         "cmdExportar CmdTransMaria !cmdExportINS !cmdPrint"},
+        {"IDA4 con lineas incompletas", {{"idsubreg", "IDA4"}}, {10.0}, "", {C, I, "-", "-"},
+         "!cmdExportar CmdTransMaria"},
+        {"cambiado desde el armado", {{"factura8", "S"}}, mil, "", {C, C, S, "-"}, bloqueados},
+        {"exportacion cambiada desde el armado", Unir(expo, {{"factura8", "S"}}), mil, "", {C, C, S, BC},
+         bloqueados},
+        {"cambiada con caratula incompleta", {{"factura8", "S"}, {"idaduana", ""}}, mil, "",
+         {I, "-", "", "-"}, "!CmdHojaVal !cmdITEM"},
+        {"nueva sin factura8", {{"factura8", QVariant()}}, mil, "", {C, C, G, "-"}, ""},
     };
+    // clang-format on
     for (int motor : {0, 1})
         for (const Caso& c : casos)
-            QTest::newRow(qPrintable(
-                QStringLiteral("%1 %2").arg(motor == 0 ? "sqlite" : "postgresql", c.nombre)))
-                << motor << c.cambios << c.lineas << c.dest << c.caratula << c.subitems << c.items
-                << c.bultos << c.habilitados << c.intactos << c.ordenar;
+            QTest::addRow("%s %s", motor ? "postgresql" : "sqlite", c.nombre)
+                << motor << c.cambios << c.lineas << c.dest << c.estados << c.botones;
 }
 
 void TestVerDatos::reglas() {
@@ -443,68 +154,64 @@ void TestVerDatos::reglas() {
     QFETCH(QVariantMap, cambios);
     QFETCH(QVariantList, lineas);
     QFETCH(QString, dest);
-    QFETCH(QString, caratula);
-    QFETCH(QString, subitems);
-    QFETCH(QString, items);
-    QFETCH(QString, bultos);
-    QFETCH(QVariantMap, habilitados);
-    QFETCH(QStringList, intactos);
-    QFETCH(bool, ordenar);
-    auto ts = Stores(motor);
+    QFETCH(QStringList, estados);
+    QFETCH(QString, botones);
+    TestStores& ts = Compartidas(motor);
     const QVariantMap c = Unir(CaratulaCompleta("100"), cambios);
-    Insertar(*ts, "INTERNOS", "caratula", c);
+    Insertar(ts, "INTERNOS", "caratula", c);
     const QString subreg = c.value("idsubreg").toString();
-    ts->conexion("USUARIO").Ejecutar("delete from dest where subreg = ?", {subreg});
+    ts.conexion("USUARIO").Ejecutar("delete from dest where subreg = ?", {subreg});
     if (dest != "sin") {
         QVariantMap d{{"subreg", subreg}};
         if (!dest.isEmpty())
             d.insert(dest.toLower(), "x");
-        Insertar(*ts, "USUARIO", "dest", d);
+        Insertar(ts, "USUARIO", "dest", d);
     }
     int id = 0;
     for (const QVariant& fob : lineas) {
         ++id;
-        Insertar(*ts, "INTERNOS", "subitems", {{"interno", "100"}, {"id", id}, {"fob", fob}});
-        Insertar(*ts, "INTERNOS", "groupsubitems", {{"interno", "100"}, {"id", 1}, {"idsub", id}});
+        Insertar(ts, "INTERNOS", "subitems", {{"interno", "100"}, {"id", id}, {"fob", fob}});
+        Insertar(ts, "INTERNOS", "groupsubitems", {{"interno", "100"}, {"id", 1}, {"idsub", id}});
     }
     for (int i : {0, 1, 2})
-        Insertar(*ts, "INTERNOS", "item", {{"interno", "100"}, {"id", i}});
+        Insertar(ts, "INTERNOS", "item", {{"interno", "100"}, {"id", i}});
 
     EstadoDetalle e;
-    QVERIFY(EstadoInterno(ts->ctx()).VerDatos("100", e));
-    QVERIFY(ts->dialogos().registro().isEmpty());
+    QVERIFY(EstadoInterno(ts.ctx()).VerDatos("100", e));
+    QVERIFY(ts.dialogos().registro().isEmpty());
     QCOMPARE(e.textos.value("LbInterno"), QStringLiteral("100"));
     QCOMPARE(e.textos.value("LbSubregimen"), subreg);
     QCOMPARE(e.textos.value("LbItem"), QStringLiteral("2"));
     QCOMPARE(e.textos.value("LbSubItem"), QString::number(lineas.size()));
-    QCOMPARE(e.textos.value("LbEstadoCaratula"), caratula);
-    QCOMPARE(e.caratulaCompleta, caratula == "COMPLETO!");
-    auto comparar = [&e](const char* control, const QString& esperado) {
-        if (esperado == "-")
-            QVERIFY2(!e.textos.contains(control), control);
+    QCOMPARE(e.textos.value("LbEstadoCaratula"), estados.at(0));
+    QCOMPARE(e.caratulaCompleta, estados.at(0) == "COMPLETO!");
+    const char* etiquetas[] = {"LbEstadoCaratula", "LbEstadoSubItem", "LbEstadoItem",
+                               "LbEstadoBultos"};
+    for (int i = 1; i < 4; ++i) {
+        if (estados.at(i) == "-")
+            QVERIFY2(!e.textos.contains(etiquetas[i]), etiquetas[i]);
         else
-            QCOMPARE(e.textos.value(control, "<ninguno>"), esperado);
-    };
-    comparar("LbEstadoSubItem", subitems);
-    comparar("LbEstadoItem", items);
-    comparar("LbEstadoBultos", bultos);
-    if (subitems != "-")
-        QCOMPARE(e.colores.value("LbEstadoSubItem"),
-                 subitems == "INCOMPLETO" ? QColor(255, 0, 0) : QColor(0, 0, 0));
-    for (auto i = habilitados.cbegin(); i != habilitados.cend(); ++i) {
-        QVERIFY2(e.habilitados.contains(i.key()), qPrintable(i.key()));
-        QVERIFY2(e.habilitados.value(i.key()) == i.value().toBool(), qPrintable(i.key()));
+            QCOMPARE(e.textos.value(etiquetas[i], "<ninguno>"), estados.at(i));
     }
-    for (const QString& control : intactos)
-        QVERIFY2(!e.habilitados.contains(control), qPrintable(control));
-    QCOMPARE(e.visibles.value("frmOrdenar"), ordenar);
+    if (estados.at(1) != "-")
+        QCOMPARE(e.colores.value("LbEstadoSubItem"),
+                 estados.at(1) == "INCOMPLETO" ? QColor(255, 0, 0) : QColor(0, 0, 0));
+    for (QString b : botones.split(' ', Qt::SkipEmptyParts)) {
+        const QChar marca = b.at(0);
+        if (marca == '!' || marca == '?')
+            b.remove(0, 1);
+        QCOMPARE(e.habilitados.contains(b), marca != '?');
+        if (marca != '?')
+            QVERIFY2(e.habilitados.value(b) == (marca != '!'), qPrintable(b));
+    }
+    QCOMPARE(e.visibles.value("frmOrdenar"), estados.at(2) == "SIN GENERAR");
     QCOMPARE(e.tipoSubRegimen, QStringLiteral("P"));
 }
 
 // With no header the header labels stay empty and nothing can be done.
 void TestVerDatos::sinCaratula() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     EstadoDetalle e;
     QVERIFY(EstadoInterno(ts->ctx()).VerDatos("900", e));
     QCOMPARE(e.textos.value("LbInterno"), QStringLiteral("900"));
@@ -529,7 +236,7 @@ void TestVerDatos::sinCaratula() {
 // An error keeps what was written before it, and says where it happened.
 void TestVerDatos::errorDejaLoEscrito() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
     ts->conexion("INTERNOS").Ejecutar("drop table groupsubitems");
     EstadoDetalle e;
@@ -548,7 +255,7 @@ void TestVerDatos::errorDejaLoEscrito() {
 
 void TestVerDatos::marcarCambiado() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("200"));
     ts->settings().SaveSetting("KORVEN", "AEC", "100", "R");

@@ -1,7 +1,6 @@
 // The packages screen, the list of transport agents and its editor, driven from the keyboard,
 // and the hub's package status after them.
 
-#include "Teclado.h"
 #include "foundation/FrmDetalleInterno.h"
 #include "foundation/RegistrarPantallasOperaciones.h"
 #include "header/FrmBultos.h"
@@ -9,6 +8,7 @@
 #include "platform/Formato.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "support/Pantallas.h"
 #include "support/TestStores.h"
 
 #include <QCheckBox>
@@ -41,20 +41,6 @@ QString Columna(TestStores& ts, const char* columna) {
     return v.metaType().id() == QMetaType::Double
                ? Formato(v.toDouble(), QStringLiteral("0.######"), QStringLiteral("."))
                : EsNull(v);
-}
-
-QString Texto(QWidget* f, const char* nombre) {
-    return f->findChild<QLineEdit*>(QString::fromLatin1(nombre))->text();
-}
-
-QLineEdit* Campo(QWidget* f, const char* nombre) {
-    return f->findChild<QLineEdit*>(QString::fromLatin1(nombre));
-}
-
-void Mostrar(QWidget& f) {
-    f.show();
-    f.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f));
 }
 
 QStringList Agentes(TestStores& ts) {
@@ -137,7 +123,7 @@ void TestFrmBultos::cargaYGrabado() {
     Tecla(Qt::Key_Return);
     QCOMPARE(ts.dialogos().mensajes(), QStringList{"Cuit Invalido"});
     QCOMPARE(Texto(&f, "TxtNombreTrans"), QStringLiteral("AGENCIA MARITIMA RIO DE LA PLATA S.A."));
-    Campo(&f, "TxtCuit")->setFocus();
+    Control<QLineEdit>(&f, "TxtCuit")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
     Escribir(QStringLiteral("30715556665"));
     Tecla(Qt::Key_Return);
@@ -186,7 +172,7 @@ void TestFrmBultos::agentes() {
     Preparar(ts);
     FrmBultos f(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
     Mostrar(f);
-    Campo(&f, "TxtCuit")->setFocus();
+    Control<QLineEdit>(&f, "TxtCuit")->setFocus();
     // F6 shows the agents by name; Insert adds one through its editor, whose check digit
     // refuses a wrong number first.
     AlAbrirse(QStringLiteral("FrmLstTrans"), [&ts](QWidget* lista) {
@@ -245,7 +231,7 @@ void TestFrmBultos::agentes() {
     AlAbrirse(QStringLiteral("FrmLstTrans"), [](QWidget* lista) {
         QTest::keyClick(lista->findChild<QTreeWidget*>(QStringLiteral("Lst")), Qt::Key_Escape);
     });
-    Campo(&f, "TxtCuit")->setFocus();
+    Control<QLineEdit>(&f, "TxtCuit")->setFocus();
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "TxtCuit"), QStringLiteral("20000000011"));
     f.findChild<QCheckBox*>("chTransBultos")->setChecked(true);

@@ -2,7 +2,6 @@
 // a clerk types them, saved with Esc and checked against the stores; the checks of the save,
 // the sub-regime's fields, the look-ups and the hub.
 
-#include "Teclado.h"
 #include "foundation/EstadoInterno.h"
 #include "foundation/FrmDetalleInterno.h"
 #include "foundation/RegistrarPantallasOperaciones.h"
@@ -13,6 +12,7 @@
 #include "platform/SettingsStore.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "support/Pantallas.h"
 #include "support/TestStores.h"
 
 #include <QCheckBox>
@@ -80,14 +80,6 @@ QString Artefactos() {
     return dir;
 }
 
-template <class W> W* Hijo(QWidget* f, const char* nombre) {
-    return f->findChild<W*>(QString::fromLatin1(nombre));
-}
-
-QString Texto(QWidget* f, const char* nombre) {
-    return Hijo<QLineEdit>(f, nombre)->text();
-}
-
 // The clients' book as the header uses it: in selection mode it hands a tax number back.
 class LibroGuionado : public QObject {
     Q_OBJECT
@@ -105,13 +97,6 @@ public:
             cuit = elegir;
     }
 };
-
-// Shows the screen as the clerk gets it.
-void Mostrar(QWidget& f) {
-    f.show();
-    f.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f));
-}
 
 } // namespace
 
@@ -161,7 +146,7 @@ void TestFrmCaratula::importacion() {
     CAMPO("TxtSubReg", "ic04");
     QCOMPARE(Texto(&f, "TxtSubReg"), QStringLiteral("IC04"));
     QCOMPARE(Texto(&f, "TxtSubRegDesc"), QStringLiteral("IMPORTACION A CONSUMO"));
-    QVERIFY(Hijo<QLineEdit>(&f, "TxtIdAduana2")->isHidden()); // dest
+    QVERIFY(Control<QLineEdit>(&f, "TxtIdAduana2")->isHidden()); // dest
     QCOMPARE(NombreFoco(), QStringLiteral("txtIdAduana1"));
     ElegirEnListado(QStringLiteral("001"));
     Tecla(Qt::Key_F6);
@@ -194,11 +179,11 @@ void TestFrmCaratula::importacion() {
     CAMPO("TxtProrratear", "0");
     CAMPO("TxtAjustIncluir", "0");
     CAMPO("TxtAjustDeducir", "0");
-    QVERIFY(!Hijo<QLineEdit>(&f, "TxtFactCon")->isEnabled());
+    QVERIFY(!Control<QLineEdit>(&f, "TxtFactCon")->isEnabled());
     QCOMPARE(NombreFoco(), QStringLiteral("Txtidcondventa"));
     ElegirEnListado(QStringLiteral("FOB"));
     Tecla(Qt::Key_F6);
-    QCOMPARE(Hijo<QLabel>(&f, "lbDescConven")->text(), QStringLiteral("FRANCO A BORDO"));
+    QCOMPARE(Control<QLabel>(&f, "lbDescConven")->text(), QStringLiteral("FRANCO A BORDO"));
     Tecla(Qt::Key_Return);
     CAMPO("Txtidpais", "310");
     QCOMPARE(Texto(&f, "TxtdescPais"), QStringLiteral("CHINA"));
@@ -207,18 +192,18 @@ void TestFrmCaratula::importacion() {
     CAMPO("TxtFactura", "A-0001-00012345");
     CAMPO("TxtFactura", "A-0001-00012346");
     CAMPO("TxtFactura", "");
-    QCOMPARE(Hijo<QListWidget>(&f, "LstFact")->count(), 2);
+    QCOMPARE(Control<QListWidget>(&f, "LstFact")->count(), 2);
     QCOMPARE(NombreFoco(), QStringLiteral("LstFact"));
     Tecla(Qt::Key_Return);
     QCOMPARE(NombreFoco(), QStringLiteral("ChFacturas"));
     Tecla(Qt::Key_Space);
     Tecla(Qt::Key_Return);
-    QVERIFY(!Hijo<QCheckBox>(&f, "chkDCForzarEstMerc")->isEnabled());
+    QVERIFY(!Control<QCheckBox>(&f, "chkDCForzarEstMerc")->isEnabled());
     QCOMPARE(NombreFoco(), QStringLiteral("txtDCEstMerc"));
     ElegirEnListado(QStringLiteral("1"));
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "txtDCEstMerc"), QStringLiteral("1"));
-    QVERIFY(Hijo<QCheckBox>(&f, "chkDCForzarEstMerc")->isEnabled());
+    QVERIFY(Control<QCheckBox>(&f, "chkDCForzarEstMerc")->isEnabled());
     Tecla(Qt::Key_Return);
     QCOMPARE(NombreFoco(), QStringLiteral("chkDCForzarEstMerc"));
     Tecla(Qt::Key_Return);
@@ -231,15 +216,15 @@ void TestFrmCaratula::importacion() {
     QCOMPARE(NombreFoco(), QStringLiteral("cboOpcionIVA"));
     Tecla(Qt::Key_Down);
     Tecla(Qt::Key_Down);
-    QCOMPARE(Hijo<QComboBox>(&f, "cboOpcionIVA")->currentText(), QStringLiteral("Ninguno"));
+    QCOMPARE(Control<QComboBox>(&f, "cboOpcionIVA")->currentText(), QStringLiteral("Ninguno"));
     Tecla(Qt::Key_Return);
     QCOMPARE(NombreFoco(), QStringLiteral("cboOpcionesGanancias"));
     Tecla(Qt::Key_Down);
     Tecla(Qt::Key_Down);
     Tecla(Qt::Key_Down);
-    QCOMPARE(Hijo<QComboBox>(&f, "cboOpcionesGanancias")->currentText(),
+    QCOMPARE(Control<QComboBox>(&f, "cboOpcionesGanancias")->currentText(),
              QStringLiteral("Comercial"));
-    QVERIFY(!Hijo<QPushButton>(&f, "cmdONCCA")->isEnabled());
+    QVERIFY(!Control<QPushButton>(&f, "cmdONCCA")->isEnabled());
     QVERIFY(ts.dialogos().registro().isEmpty());
     if (motor == 0)
         QVERIFY(f.grab().save(Artefactos() + QStringLiteral("/FrmCaratula-importacion.png")));
@@ -275,9 +260,9 @@ void TestFrmCaratula::exportacion() {
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "TxtSubReg"), QStringLiteral("EC01"));
     QCOMPARE(f.cstaimpexp(), QStringLiteral("E"));
-    QVERIFY(Hijo<QPushButton>(&f, "cmdONCCA")->isEnabled());
-    QVERIFY(Hijo<QLineEdit>(&f, "txtFechaEmbarque")->isHidden());
-    QVERIFY(Hijo<QLineEdit>(&f, "TxtAjustIncluir")->isHidden()); // dest
+    QVERIFY(Control<QPushButton>(&f, "cmdONCCA")->isEnabled());
+    QVERIFY(Control<QLineEdit>(&f, "txtFechaEmbarque")->isHidden());
+    QVERIFY(Control<QLineEdit>(&f, "TxtAjustIncluir")->isHidden()); // dest
     Tecla(Qt::Key_Return);
     CAMPO("txtIdAduana1", "001");
     CAMPO("TxtIdAduana2", "001");
@@ -321,7 +306,7 @@ void TestFrmCaratula::exportacion() {
     CAMPO("txtKgNeto", "");
     CAMPO("txtDCComiExt", "0");
     // The tax options are for imports: the focus goes on to the ONCCA button.
-    QVERIFY(!Hijo<QComboBox>(&f, "cboOpcionIVA")->isEnabled());
+    QVERIFY(!Control<QComboBox>(&f, "cboOpcionIVA")->isEnabled());
     QCOMPARE(NombreFoco(), QStringLiteral("cmdONCCA"));
     QVERIFY(ts.dialogos().registro().isEmpty());
     if (motor == 0)
@@ -353,7 +338,7 @@ void TestFrmCaratula::salirSinGuardar() {
     FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), interno}});
     Mostrar(f);
     // An incomplete FOB: the message, the question; No keeps the screen on the field.
-    Hijo<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
+    Control<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
     Tecla(Qt::Key_Delete);
     ts.dialogos().ResponderNo();
@@ -388,11 +373,11 @@ void TestFrmCaratula::sinDest() {
     QCOMPARE(Texto(&f, "TxtSubRegDesc"), QStringLiteral("SIN DEST"));
     for (const char* n : {"TxtIdAduana2", "Txtmotdestsusp", "TxtCierreVenta", "txtDepAlm",
                           "Txtidvendedor", "txtFechaEmbarque"})
-        QVERIFY2(!Hijo<QWidget>(&f, n)->isHidden(), n);
-    QVERIFY(Hijo<QLineEdit>(&f, "TxtFactCon")->isEnabled());
-    QVERIFY(Hijo<QLineEdit>(&f, "txtDCBancos")->isHidden()); // not an export
-    QVERIFY(Hijo<QComboBox>(&f, "cboFacilidadPago")->isHidden());
-    QVERIFY(Hijo<QComboBox>(&f, "cboOpcionIVA")->isEnabled());
+        QVERIFY2(!Control<QWidget>(&f, n)->isHidden(), n);
+    QVERIFY(Control<QLineEdit>(&f, "TxtFactCon")->isEnabled());
+    QVERIFY(Control<QLineEdit>(&f, "txtDCBancos")->isHidden()); // not an export
+    QVERIFY(Control<QComboBox>(&f, "cboFacilidadPago")->isHidden());
+    QVERIFY(Control<QComboBox>(&f, "cboOpcionIVA")->isEnabled());
     QCOMPARE(NombreFoco(), QStringLiteral("txtIdAduana1"));
     // The hub counts such a header incomplete, whatever is filled in.
     ts.dialogos().ResponderSiempre(true);
@@ -416,7 +401,7 @@ void TestFrmCaratula::vendedorOculto() {
     for (const char* n :
          {"Txtidvendedor", "TxtNombreven", "Txtfletedivisas", "TxtCodDivFlete", "TxtDivValorFlete",
           "TxtDolFlete", "Txtsegurodivisas", "TxtPorc", "TxtDolSeguro", "Txtidcondventa"})
-        QVERIFY2(Hijo<QWidget>(&f, n)->isHidden(), n);
+        QVERIFY2(Control<QWidget>(&f, n)->isHidden(), n);
     QCOMPARE(Texto(&f, "Txtidvendedor"), QString()); // emptied with it
     CAMPO("txtIdAduana1", "001");
     CAMPO("TxtIdAduana2", "");
@@ -447,17 +432,17 @@ void TestFrmCaratula::camposYListas() {
     Mostrar(f);
     CAMPO("TxtSubReg", "IT01");
     // A currency code is padded to three digits and brings its rate.
-    Hijo<QLineEdit>(&f, "TxtCoddivfob")->setFocus();
+    Control<QLineEdit>(&f, "TxtCoddivfob")->setFocus();
     CAMPO("TxtCoddivfob", "60");
     QCOMPARE(Texto(&f, "TxtCoddivfob"), QStringLiteral("060"));
     QCOMPARE(Texto(&f, "TxtDivValorFob"), QStringLiteral("01,084512"));
     CAMPO("TxtDivValorFob", "1,084512");
     // The FOB value and its rate give the dollars; 1000 x 1.084512 = 1084.51.
-    Hijo<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
+    Control<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
     CAMPO("Txtfobdivisas", "1000");
     QCOMPARE(Texto(&f, "TxtDolFob"), QStringLiteral("1084,51"));
     // Insurance by percentage over FOB and freight in dollars: (1084.51 + 200) x 1% = 12.85.
-    Hijo<QLineEdit>(&f, "Txtfletedivisas")->setFocus();
+    Control<QLineEdit>(&f, "Txtfletedivisas")->setFocus();
     CAMPO("Txtfletedivisas", "200");
     CAMPO("TxtCodDivFlete", "DOL");
     CAMPO("TxtDivValorFlete", "1");
@@ -483,34 +468,34 @@ void TestFrmCaratula::camposYListas() {
     // Enter in the FOB keeps the adjustment to include and the value to prorate in step with
     // it, and the insurance follows: (1084.51 + 200 + 1000) x 1% = 22.85; 11.425 -> 11.43.
     CAMPO("TxtAjustIncluir", "5");
-    Hijo<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
+    Control<QLineEdit>(&f, "Txtfobdivisas")->setFocus();
     CAMPO("Txtfobdivisas", "1000");
     QCOMPARE(Texto(&f, "TxtAjustIncluir"), QStringLiteral("1000"));
     QCOMPARE(Texto(&f, "TxtProrratear"), QStringLiteral("1000"));
     QCOMPARE(Texto(&f, "Txtsegurodivisas"), QStringLiteral("11,43"));
     // The temporary motives of imports hand over the code and the days of the term.
-    Hijo<QLineEdit>(&f, "Txtmotdestsusp")->setFocus();
+    Control<QLineEdit>(&f, "Txtmotdestsusp")->setFocus();
     ElegirEnListado(QStringLiteral("D1439/96-AI"));
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "Txtmotdestsusp"), QStringLiteral("D1439/96-AI"));
     QCOMPARE(Texto(&f, "TxtPlazoaut"), QStringLiteral("180"));
     // A term that is a date is shown as "dd-mm-yyyy" once the field is left.
-    Hijo<QLineEdit>(&f, "TxtPlazoaut")->setFocus();
+    Control<QLineEdit>(&f, "TxtPlazoaut")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
     CAMPO("TxtPlazoaut", "5/3/2027");
     QCOMPARE(Texto(&f, "TxtPlazoaut"), QStringLiteral("05-03-2027"));
     // The "Forzar" marks lose their mark with an empty code.
-    Hijo<QLineEdit>(&f, "txtDCPaisOrigen")->setFocus();
+    Control<QLineEdit>(&f, "txtDCPaisOrigen")->setFocus();
     CAMPO("txtDCPaisOrigen", "203");
     Tecla(Qt::Key_Space);
-    QVERIFY(Hijo<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isChecked());
-    Hijo<QLineEdit>(&f, "txtDCPaisOrigen")->setFocus();
+    QVERIFY(Control<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isChecked());
+    Control<QLineEdit>(&f, "txtDCPaisOrigen")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
     Tecla(Qt::Key_Delete);
-    QVERIFY(!Hijo<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isChecked());
-    QVERIFY(!Hijo<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isEnabled());
+    QVERIFY(!Control<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isChecked());
+    QVERIFY(!Control<QCheckBox>(&f, "chkDCForzarPaisOrigen")->isEnabled());
     // An unknown code costs its message and nothing else.
-    Hijo<QLineEdit>(&f, "Txtidpais")->setFocus();
+    Control<QLineEdit>(&f, "Txtidpais")->setFocus();
     CAMPO("Txtidpais", "998");
     QCOMPARE(ts.dialogos().mensajes(),
              QStringList{"CODIGO INEXISTENTE DE PAIS\n\nNo se enconto DESCRIPCIÓN para esta "
@@ -518,7 +503,7 @@ void TestFrmCaratula::camposYListas() {
     QCOMPARE(NombreFoco(), QStringLiteral("Txtmotdestsusp"));
     // A broker's tax number of ten digits.
     ts.dialogos().Limpiar();
-    Hijo<QLineEdit>(&f, "TxtCuitAduana")->setFocus();
+    Control<QLineEdit>(&f, "TxtCuitAduana")->setFocus();
     CAMPO("TxtCuitAduana", "2020304050");
     QCOMPARE(Texto(&f, "TxtNombreadu"), QString());
     QCOMPARE(ts.dialogos().mensajes(), QStringList{"Cuit Invalido"});
@@ -533,12 +518,12 @@ void TestFrmCaratula::camposYListas() {
         });
     };
     elegirFila(QStringLiteral("FrmListadoDespachante"), QStringLiteral("27312345671"));
-    Hijo<QLineEdit>(&f, "TxtCuitAduana")->setFocus();
+    Control<QLineEdit>(&f, "TxtCuitAduana")->setFocus();
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "TxtCuitAduana"), QStringLiteral("27312345671"));
     QCOMPARE(Texto(&f, "TxtNombreadu"), QStringLiteral("FERNANDEZ O'NEILL PATRICIA"));
     elegirFila(QStringLiteral("FrmLstVendedores"), QStringLiteral("V003"));
-    Hijo<QLineEdit>(&f, "Txtidvendedor")->setFocus();
+    Control<QLineEdit>(&f, "Txtidvendedor")->setFocus();
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "Txtidvendedor"), QStringLiteral("V003"));
     QCOMPARE(Texto(&f, "TxtNombreven"), QStringLiteral("OFICINA CENTRAL"));
@@ -549,7 +534,7 @@ void TestFrmCaratula::camposYListas() {
         libro->elegir = QStringLiteral("30712345671");
         return std::unique_ptr<QObject>(std::move(libro));
     });
-    Hijo<QLineEdit>(&f, "TxtCUITCliente")->setFocus();
+    Control<QLineEdit>(&f, "TxtCUITCliente")->setFocus();
     Tecla(Qt::Key_F6);
     QCOMPARE(Texto(&f, "TxtCUITCliente"), QStringLiteral("30712345671"));
     QCOMPARE(Texto(&f, "TxtNombre"), QStringLiteral("METALURGICA D'ANGELO HNOS S.R.L."));
@@ -562,7 +547,7 @@ void TestFrmCaratula::camposYListas() {
                          QStringLiteral("D'ARTAGNAN"));
         w->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
     });
-    Hijo<QLineEdit>(&f, "Txtidvendedor")->setFocus();
+    Control<QLineEdit>(&f, "Txtidvendedor")->setFocus();
     CAMPO("Txtidvendedor", "v009");
     QCOMPARE(Texto(&f, "Txtidvendedor"), QStringLiteral("V009"));
     QCOMPARE(Texto(&f, "TxtNombreven"), QStringLiteral("D'ARTAGNAN"));
@@ -595,7 +580,7 @@ void TestFrmCaratula::verificarCambio() {
     // The load asks nothing, though it fills the rates.
     QVERIFY(ts.dialogos().registro().isEmpty());
     Mostrar(f);
-    Hijo<QLineEdit>(&f, "TxtDivValorFob")->setFocus();
+    Control<QLineEdit>(&f, "TxtDivValorFob")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
     Escribir(QStringLiteral("1,1"));
     if (respuesta)
@@ -615,7 +600,7 @@ void TestFrmCaratula::verificarCambio() {
              imp);
     // The same rate again asks nothing.
     ts.dialogos().Limpiar();
-    Hijo<QLineEdit>(&f, "TxtDivValorFlete")->setFocus();
+    Control<QLineEdit>(&f, "TxtDivValorFlete")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
     Escribir(respuesta ? QStringLiteral("1,1000000") : QStringLiteral("1,0845124"));
     Tecla(Qt::Key_Return);
@@ -647,9 +632,9 @@ void TestFrmCaratula::facturasYCarga() {
     QCOMPARE(Texto(&f, "TxtDolFob"), QStringLiteral("75860.00"));
     QCOMPARE(Texto(&f, "Txtmotdestsusp"), QStringLiteral("DTO.1439/96"));
     QCOMPARE(Texto(&f, "TxtPlazoaut"), QStringLiteral("02-03-2027"));
-    QCOMPARE(Hijo<QComboBox>(&f, "cboOpcionesGanancias")->currentText(),
+    QCOMPARE(Control<QComboBox>(&f, "cboOpcionesGanancias")->currentText(),
              QStringLiteral("Comercial"));
-    QListWidget* lst = Hijo<QListWidget>(&f, "LstFact");
+    QListWidget* lst = Control<QListWidget>(&f, "LstFact");
     QCOMPARE(lst->count(), 3);
     QCOMPARE(lst->currentRow(), 0); // the first is selected
     QVERIFY(ts.dialogos().registro().isEmpty());
@@ -660,7 +645,7 @@ void TestFrmCaratula::facturasYCarga() {
     Tecla(Qt::Key_Delete);
     QCOMPARE(lst->count(), 2);
     // A number that is there already.
-    Hijo<QLineEdit>(&f, "TxtFactura")->setFocus();
+    Control<QLineEdit>(&f, "TxtFactura")->setFocus();
     CAMPO("TxtFactura", "FT-2026-00088");
     QCOMPARE(ts.dialogos().mensajes(), QStringList{"Ya existe esta factura."});
     QCOMPARE(Texto(&f, "TxtFactura"), QString());

@@ -1,13 +1,13 @@
 // The ONCCA screen: its ten codes from the lists of our own tables, F11 saves, Esc leaves the
 // record as it was, the switch turns the lists off; opened from the header's button.
 
-#include "Teclado.h"
 #include "foundation/RegistrarPantallasOperaciones.h"
 #include "header/FrmCaratula.h"
 #include "header/PantallasCaratula.h"
 #include "header/frmONCCA.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "support/Pantallas.h"
 #include "support/TestStores.h"
 
 #include <QCheckBox>
@@ -43,16 +43,6 @@ QStringList Oncca(TestStores& ts) {
     for (const QString& c : rs.Campos())
         l << EsNull(rs.Fields(c));
     return l;
-}
-
-QString Texto(QWidget* f, const char* nombre) {
-    return f->findChild<QLineEdit*>(QString::fromLatin1(nombre))->text();
-}
-
-void Mostrar(QWidget& f) {
-    f.show();
-    f.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f));
 }
 
 } // namespace

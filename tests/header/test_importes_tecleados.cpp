@@ -2,7 +2,6 @@
 // them, or refused with the field's own message and the record left alone. And the insurance by
 // percentage, which must count the proration codes as they stand when it is worked out.
 
-#include "Teclado.h"
 #include "foundation/RegistrarPantallasOperaciones.h"
 #include "header/FrmBultos.h"
 #include "header/FrmCaratula.h"
@@ -10,6 +9,7 @@
 #include "platform/Formato.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "support/Pantallas.h"
 #include "support/TestStores.h"
 
 #include <QLineEdit>

@@ -4,7 +4,6 @@
 // save.
 
 #include "FixtureCaratula.h"
-#include "Teclado.h"
 #include "components/FrmCliente.h"
 #include "components/LibroClientes.h"
 #include "header/CaratulaDatos.h"
@@ -14,6 +13,7 @@
 #include "header/OnccaDatos.h"
 #include "platform/Formato.h"
 #include "platform/ValueRules.h"
+#include "support/Pantallas.h"
 
 #include <QClipboard>
 #include <QComboBox>

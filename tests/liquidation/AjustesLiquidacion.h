@@ -6,6 +6,7 @@
 #include "liquidation/ClassLiquidacion.h"
 #include "platform/AppContext.h"
 #include "platform/SettingsStore.h"
+#include "support/TestStores.h"
 
 #include <QStringList>
 #include <QTest>
@@ -116,6 +117,24 @@ inline void AplicarAjustes(ClassLiquidacion& l, AppContext& ctx, const QString& 
             QFAIL(qPrintable(QStringLiteral("Ajuste desconocido: ") + k));
     }
 }
+
+// An import item of FOB 1000 at a rate of exchange of 1 from a country with the tariff cap:
+// BaseImponible 1000; with no duty nor fee, BaseIVA 1000 too.
+inline const QString kItem = QStringLiteral("SubReg=IC04;DivFOB=1;FOB=1000;Pais=101;");
+
+// A calculator on private stores, working on the operation kInterno, filled from the text.
+struct Calculadora {
+    explicit Calculadora(const QString& ajustes = {}) : t(Motor::SQLite), liq(t.ctx()) {
+        t.ctx().InternoActual = kInterno;
+        AplicarAjustes(liq, t.ctx(), ajustes);
+    }
+    QString AEC() {
+        return t.settings().GetSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), kInterno,
+                                       QStringLiteral("<nada>"));
+    }
+    TestStores t;
+    ClassLiquidacion liq;
+};
 
 // The text of a number written with "." as the system writes it.
 inline QString ConSeparador(QString texto, const QString& separador) {

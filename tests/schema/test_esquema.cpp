@@ -97,70 +97,31 @@ private Q_SLOTS:
         const int T = static_cast<int>(TipoColumna::Texto);
         const int N = static_cast<int>(TipoColumna::Numero);
         const int F = static_cast<int>(TipoColumna::Fecha);
-        QTest::newRow("caratula.fechaalta") << "caratula"
-                                            << "fechaalta" << F;
-        QTest::newRow("caratula.fobdivcambio") << "caratula"
-                                               << "fobdivcambio" << N;
-        QTest::newRow("caratula.factura8") << "caratula"
-                                           << "factura8" << T;
-        QTest::newRow("caratula.ONCCAres3106") << "caratula"
-                                               << "ONCCAres3106" << T;
-        QTest::newRow("caratula.BULPES") << "caratula"
-                                         << "BULPES" << N;
-        QTest::newRow("subitems.SBTREI") << "subitems"
-                                         << "SBTREI" << T;
-        QTest::newRow("subitems.canccantidad") << "subitems"
-                                               << "canccantidad" << N;
-        QTest::newRow("groupsubitems.flgkg") << "groupsubitems"
-                                             << "flgkg" << T;
-        QTest::newRow("item.ajusteinc (texto)") << "item"
-                                                << "ajusteinc" << T;
-        QTest::newRow("item.COFEXP") << "item"
-                                     << "COFEXP" << N;
-        QTest::newRow("item.itComExt") << "item"
-                                       << "itComExt" << N;
-        QTest::newRow("item.lman") << "item"
-                                   << "lman" << T;
-        QTest::newRow("itemliq.porcentajeb") << "itemliq"
-                                             << "porcentajeb" << N;
-        QTest::newRow("liqcero.idconcepto") << "liqcero"
-                                            << "idconcepto" << T;
-        QTest::newRow("interno.fecha") << "interno"
-                                       << "fecha" << static_cast<int>(TipoColumna::FechaHora);
-        QTest::newRow("divisas.imp") << "divisas"
-                                     << "imp" << N;
-        QTest::newRow("tax.CTAXPOG") << "tax"
-                                     << "CTAXPOG" << T;
-        QTest::newRow("unidrel.pase") << "unidrel"
-                                      << "pase" << N;
-        QTest::newRow("mottmp.dias") << "mottmp"
-                                     << "dias" << N;
-        QTest::newRow("clientes.ExcepLAPIAEC") << "clientes"
-                                               << "ExcepLAPIAEC" << T;
-        QTest::newRow("clientes.ingbru") << "clientes"
-                                         << "ingbru" << N;
-        QTest::newRow("ventajasrel.NCM") << "ventajasrel"
-                                         << "NCM" << T;
-        QTest::newRow("ncm.001") << "ncm"
-                                 << "001" << T;
-        QTest::newRow("ncm.062") << "ncm"
-                                 << "062" << T;
-        QTest::newRow("sufidos.detalle") << "sufidos"
-                                         << "detalle" << T;
-        QTest::newRow("control_fecha.fecha") << "control_fecha"
-                                             << "fecha" << F;
-        QTest::newRow("dest.Txtidvendedor") << "dest"
-                                            << "Txtidvendedor" << T;
-        QTest::newRow("dest.txtDCComiExt") << "dest"
-                                           << "txtDCComiExt" << T;
-        QTest::newRow("impuestos_internos.tasa_nominal") << "impuestos_internos"
-                                                         << "tasa_nominal" << N;
-        QTest::newRow("catarticulos.kgunitario") << "catarticulos"
-                                                 << "kgunitario" << N;
-        QTest::newRow("diemchina.diem") << "diemchina"
-                                        << "diem" << N;
-        QTest::newRow("oncca_cortes.categoria") << "oncca_cortes"
-                                                << "categoria" << T;
+        // "table.column kind"
+        // clang-format off
+        const char* columnas[] = {
+            "caratula.fechaalta F", "caratula.fobdivcambio N", "caratula.factura8 T",
+            "caratula.ONCCAres3106 T", "caratula.BULPES N", "subitems.SBTREI T",
+            "subitems.canccantidad N", "groupsubitems.flgkg T", "item.ajusteinc T", "item.COFEXP N",
+            "item.itComExt N", "item.lman T", "itemliq.porcentajeb N", "liqcero.idconcepto T",
+            "interno.fecha H", "divisas.imp N", "tax.CTAXPOG T", "unidrel.pase N", "mottmp.dias N",
+            "clientes.ExcepLAPIAEC T", "clientes.ingbru N", "ventajasrel.NCM T", "ncm.001 T",
+            "ncm.062 T", "sufidos.detalle T", "control_fecha.fecha F", "dest.Txtidvendedor T",
+            "dest.txtDCComiExt T", "impuestos_internos.tasa_nominal N", "catarticulos.kgunitario N",
+            "diemchina.diem N", "oncca_cortes.categoria T",
+        };
+        // clang-format on
+        for (const char* x : columnas) {
+            const QString d = QString::fromLatin1(x);
+            const QString tc = d.section(QLatin1Char(' '), 0, 0);
+            const QChar k = d.at(d.size() - 1);
+            QTest::newRow(x) << tc.section(QLatin1Char('.'), 0, 0)
+                             << tc.section(QLatin1Char('.'), 1)
+                             << (k == QLatin1Char('H')   ? static_cast<int>(TipoColumna::FechaHora)
+                                 : k == QLatin1Char('F') ? F
+                                 : k == QLatin1Char('N') ? N
+                                                         : T);
+        }
     }
     void columnasDelSistema() {
         QFETCH(QString, tabla);

@@ -4,12 +4,38 @@
 // and a modal screen opened on the way is answered by an action run once it is up.
 
 #include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
 
 namespace korven::test {
+
+// A control of a screen by name; a missing one stops the test program.
+template <class W> W* Control(QWidget* f, const char* nombre) {
+    W* w = f->findChild<W*>(QString::fromLatin1(nombre));
+    if (!w)
+        qFatal("Falta el control %s", nombre);
+    return w;
+}
+template <class W> W* Control(QWidget& f, const char* nombre) {
+    return Control<W>(&f, nombre);
+}
+
+// The text of a line edit of a screen.
+inline QString Texto(QWidget* f, const char* nombre) {
+    return Control<QLineEdit>(f, nombre)->text();
+}
+
+// Shows a screen as the active window, where the keys go.
+inline void Mostrar(QWidget& f) {
+    f.show();
+    f.activateWindow();
+    if (!QTest::qWaitForWindowActive(&f))
+        qWarning("La ventana no llego a ser la activa");
+}
 
 inline QWidget* Foco() {
     if (QWidget* w = QApplication::focusWidget())
@@ -57,6 +83,20 @@ inline void AlAbrirse(const QString& nombre, std::function<void(QWidget*)> accio
     reloj->start();
 }
 
+// The same for whatever modal screen comes up first, once it is the active window.
+inline void AlAbrirse(std::function<void(QWidget*)> accion) {
+    QTimer::singleShot(0, [accion] {
+        QWidget* w = QApplication::activeModalWidget();
+        if (!w) {
+            AlAbrirse(accion);
+            return;
+        }
+        if (!QTest::qWaitForWindowActive(w))
+            qFatal("La pantalla no se activa");
+        accion(w);
+    });
+}
+
 // A list screen (FrmListado) answered by typing in its search box and Enter.
 inline void ElegirEnListado(const QString& busqueda) {
     AlAbrirse(QStringLiteral("FrmListado"), [busqueda](QWidget* w) {
@@ -65,5 +105,30 @@ inline void ElegirEnListado(const QString& busqueda) {
         QTest::keyClick(caja, Qt::Key_Return);
     });
 }
+
+// Drives a modal dialog of a given class that the code under test opens and waits for: the
+// action runs on it as soon as it is the active modal window, from within its own event loop.
+template <class T> class AlAbrir {
+public:
+    explicit AlAbrir(std::function<void(T*)> accion) : accion_(std::move(accion)) {
+        timer_.setInterval(0);
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            T* d = qobject_cast<T*>(QApplication::activeModalWidget());
+            if (!d)
+                return;
+            timer_.stop();
+            ++veces_;
+            accion_(d);
+        });
+        timer_.start();
+    }
+    // Times the dialog opened (and the action ran).
+    int veces() const { return veces_; }
+
+private:
+    std::function<void(T*)> accion_;
+    QTimer timer_;
+    int veces_ = 0;
+};
 
 } // namespace korven::test
