@@ -31,12 +31,6 @@ void Preparar(TestStores& ts) {
     RegistrarPantallasCaratula(ts.ctx().pantallas());
 }
 
-void Mostrar(QWidget& f) {
-    f.show();
-    f.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f));
-}
-
 double Columna(TestStores& ts, const QString& columna) {
     Recordset rs =
         ts.conexion(QStringLiteral("INTERNOS"))

@@ -29,12 +29,6 @@ namespace {
 
 const QString kInterno = QStringLiteral("T-PEGAR");
 
-void Mostrar(QWidget& f) {
-    f.show();
-    f.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f));
-}
-
 // Ctrl+A, Ctrl+V: the clerk replaces what the field holds with the clipboard.
 void Pegar(QLineEdit* t, const QString& texto) {
     QGuiApplication::clipboard()->setText(texto);
