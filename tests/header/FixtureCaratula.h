@@ -3,6 +3,8 @@
 // Stores for the header tests: every table of the system and a small set of reference rows of
 // our own, so that each expectation can be worked out by hand.
 
+#include "foundation/RegistrarPantallasOperaciones.h"
+#include "header/PantallasCaratula.h"
 #include "platform/Conexion.h"
 #include "schema/Esquema.h"
 #include "support/TestStores.h"
@@ -15,6 +17,17 @@ inline void Ejecutar(TestStores& ts, const char* entidad, const QStringList& sen
     Conexion& cn = ts.conexion(QString::fromLatin1(entidad));
     for (const QString& s : sentencias)
         cn.Ejecutar(s);
+}
+
+// The stores as the program makes them (reference data and the demo Operations), with the
+// screens of the register and the header registered.
+inline void PrepararDemo(TestStores& ts) {
+    schema::CrearOActualizar(ts.stores());
+    const QString datos = schema::CarpetaDatos(ts.directorio());
+    schema::CargarDatosReferencia(ts.stores(), datos);
+    schema::CargarOperacionesDemo(ts.stores(), datos);
+    RegistrarPantallasOperaciones(ts.ctx().pantallas());
+    RegistrarPantallasCaratula(ts.ctx().pantallas());
 }
 
 inline void PrepararCaratula(TestStores& ts) {

@@ -1,8 +1,8 @@
 // The packages screen, the list of transport agents and its editor, driven from the keyboard,
 // and the hub's package status after them.
 
+#include "FixtureCaratula.h"
 #include "foundation/FrmDetalleInterno.h"
-#include "foundation/RegistrarPantallasOperaciones.h"
 #include "header/FrmBultos.h"
 #include "header/PantallasCaratula.h"
 #include "platform/Formato.h"
@@ -24,15 +24,6 @@ using namespace korven::test;
 namespace {
 
 const QString kDemo = QStringLiteral("DEMO-EC01-001");
-
-void Preparar(TestStores& ts) {
-    schema::CrearOActualizar(ts.stores());
-    const QString datos = schema::CarpetaDatos(ts.directorio());
-    schema::CargarDatosReferencia(ts.stores(), datos);
-    schema::CargarOperacionesDemo(ts.stores(), datos);
-    RegistrarPantallasOperaciones(ts.ctx().pantallas());
-    RegistrarPantallasCaratula(ts.ctx().pantallas());
-}
 
 QString Columna(TestStores& ts, const char* columna) {
     const QVariant v = ts.conexion(QStringLiteral("INTERNOS"))
@@ -68,7 +59,7 @@ private Q_SLOTS:
 void TestFrmBultos::cargaYGrabado() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     FrmBultos f(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
     Mostrar(f);
@@ -169,7 +160,7 @@ void TestFrmBultos::cargaYGrabado() {
 void TestFrmBultos::agentes() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     FrmBultos f(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
     Mostrar(f);
     Control<QLineEdit>(&f, "TxtCuit")->setFocus();
@@ -242,7 +233,7 @@ void TestFrmBultos::agentes() {
 void TestFrmBultos::noTransferir() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     // Packages without a code: the hub counts them incomplete.
     ts.conexion(QStringLiteral("INTERNOS"))
         .Ejecutar(QStringLiteral("update caratula set bulcod = '', factura8 = 'N' where interno = "

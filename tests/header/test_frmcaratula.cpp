@@ -2,9 +2,9 @@
 // a clerk types them, saved with Esc and checked against the stores; the checks of the save,
 // the sub-regime's fields, the look-ups and the hub.
 
+#include "FixtureCaratula.h"
 #include "foundation/EstadoInterno.h"
 #include "foundation/FrmDetalleInterno.h"
-#include "foundation/RegistrarPantallasOperaciones.h"
 #include "header/CaratulaDatos.h"
 #include "header/FrmCaratula.h"
 #include "header/PantallasCaratula.h"
@@ -29,15 +29,6 @@ using namespace korven;
 using namespace korven::test;
 
 namespace {
-
-void Preparar(TestStores& ts) {
-    schema::CrearOActualizar(ts.stores());
-    const QString datos = schema::CarpetaDatos(ts.directorio());
-    schema::CargarDatosReferencia(ts.stores(), datos);
-    schema::CargarOperacionesDemo(ts.stores(), datos);
-    RegistrarPantallasOperaciones(ts.ctx().pantallas());
-    RegistrarPantallasCaratula(ts.ctx().pantallas());
-}
 
 void Nueva(TestStores& ts, const QString& interno) {
     ts.conexion(QStringLiteral("INTERNOS"))
@@ -134,7 +125,7 @@ private Q_SLOTS:
 void TestFrmCaratula::importacion() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     const QString interno = QStringLiteral("T-IC04");
     Nueva(ts, interno);
@@ -248,7 +239,7 @@ void TestFrmCaratula::importacion() {
 void TestFrmCaratula::exportacion() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     const QString interno = QStringLiteral("T-EC01");
     Nueva(ts, interno);
@@ -330,7 +321,7 @@ void TestFrmCaratula::exportacion() {
 void TestFrmCaratula::salirSinGuardar() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     const QString interno = QStringLiteral("DEMO-IC04-001");
     ts.ctx().InternoActual = interno;
@@ -361,7 +352,7 @@ void TestFrmCaratula::salirSinGuardar() {
 void TestFrmCaratula::sinDest() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     // A sub-regime that dest does not know: the fields stay as the form has them.
     ts.conexion(QStringLiteral("INTERNOS"))
         .Ejecutar(QStringLiteral("insert into sta (id,descripcion,cstaimpexp) values "
@@ -388,7 +379,7 @@ void TestFrmCaratula::sinDest() {
 void TestFrmCaratula::vendedorOculto() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral("."));
     Nueva(ts, QStringLiteral("T-TR"));
     ts.conexion(QStringLiteral("INTERNOS"))
@@ -425,7 +416,7 @@ void TestFrmCaratula::vendedorOculto() {
 void TestFrmCaratula::camposYListas() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     Nueva(ts, QStringLiteral("T-IT"));
     FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("T-IT")}});
@@ -573,7 +564,7 @@ void TestFrmCaratula::verificarCambio() {
     QFETCH(bool, respuesta);
     QFETCH(double, imp);
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     ts.ctx().InternoActual = QStringLiteral("DEMO-IC05-001");
     FrmCaratula f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("DEMO-IC05-001")}});
@@ -612,7 +603,7 @@ void TestFrmCaratula::verificarCambio() {
 void TestFrmCaratula::facturasYCarga() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral("."));
     const QString interno = QStringLiteral("DEMO-IT01-001");
     ts.ctx().InternoActual = interno;
@@ -671,7 +662,7 @@ void TestFrmCaratula::facturasYCarga() {
 void TestFrmCaratula::hub() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     SeparadorDecimalScope sep(QStringLiteral(","));
     // The demo import without its vendor: incomplete until the header gets one.
     const QString interno = QStringLiteral("DEMO-IC04-001");

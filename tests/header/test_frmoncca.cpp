@@ -1,7 +1,7 @@
 // The ONCCA screen: its ten codes from the lists of our own tables, F11 saves, Esc leaves the
 // record as it was, the switch turns the lists off; opened from the header's button.
 
-#include "foundation/RegistrarPantallasOperaciones.h"
+#include "FixtureCaratula.h"
 #include "header/FrmCaratula.h"
 #include "header/PantallasCaratula.h"
 #include "header/frmONCCA.h"
@@ -21,15 +21,6 @@ using namespace korven::test;
 namespace {
 
 const QString kDemo = QStringLiteral("DEMO-EC01-001");
-
-void Preparar(TestStores& ts) {
-    schema::CrearOActualizar(ts.stores());
-    const QString datos = schema::CarpetaDatos(ts.directorio());
-    schema::CargarDatosReferencia(ts.stores(), datos);
-    schema::CargarOperacionesDemo(ts.stores(), datos);
-    RegistrarPantallasOperaciones(ts.ctx().pantallas());
-    RegistrarPantallasCaratula(ts.ctx().pantallas());
-}
 
 QStringList Oncca(TestStores& ts) {
     Recordset rs = ts.conexion(QStringLiteral("INTERNOS"))
@@ -61,7 +52,7 @@ private Q_SLOTS:
 void TestFrmOncca::cargarYGuardar() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     const QStringList antes = Oncca(ts);
     QCOMPARE(antes,
              (QStringList{"S", "481", "NO", "LOM", "1021", "BOV", "5001", "C", "01", "P", "5001"}));
@@ -118,7 +109,7 @@ void TestFrmOncca::cargarYGuardar() {
 void TestFrmOncca::deshabilitado() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     frmONCCA f(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
     Mostrar(f);
     auto* ch = f.findChild<QCheckBox*>("chONCCA");
@@ -148,7 +139,7 @@ void TestFrmOncca::deshabilitado() {
 void TestFrmOncca::desdeCaratula() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
-    Preparar(ts);
+    PrepararDemo(ts);
     ts.ctx().InternoActual = kDemo;
     FrmCaratula c(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
     Mostrar(c);

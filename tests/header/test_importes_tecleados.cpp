@@ -2,7 +2,7 @@
 // them, or refused with the field's own message and the record left alone. And the insurance by
 // percentage, which must count the proration codes as they stand when it is worked out.
 
-#include "foundation/RegistrarPantallasOperaciones.h"
+#include "FixtureCaratula.h"
 #include "header/FrmBultos.h"
 #include "header/FrmCaratula.h"
 #include "header/PantallasCaratula.h"
@@ -21,15 +21,6 @@ using namespace korven::test;
 namespace {
 
 const QString kDemo = QStringLiteral("DEMO-IC04-001");
-
-void Preparar(TestStores& ts) {
-    schema::CrearOActualizar(ts.stores());
-    const QString datos = schema::CarpetaDatos(ts.directorio());
-    schema::CargarDatosReferencia(ts.stores(), datos);
-    schema::CargarOperacionesDemo(ts.stores(), datos);
-    RegistrarPantallasOperaciones(ts.ctx().pantallas());
-    RegistrarPantallasCaratula(ts.ctx().pantallas());
-}
 
 double Columna(TestStores& ts, const QString& columna) {
     Recordset rs =
@@ -125,7 +116,7 @@ private Q_SLOTS:
         QFETCH(QString, mensaje);
         QFETCH(double, valor);
         TestStores ts(static_cast<Motor>(motor));
-        Preparar(ts);
+        PrepararDemo(ts);
         SeparadorDecimalScope scope(sep);
         ts.ctx().InternoActual = kDemo;
         const double antes = Columna(ts, columna);
@@ -167,7 +158,7 @@ private Q_SLOTS:
     void prorrateo() {
         MOTOR_O_SALTAR();
         TestStores ts(static_cast<Motor>(motor));
-        Preparar(ts);
+        PrepararDemo(ts);
         SeparadorDecimalScope scope(QStringLiteral(","));
         const QString interno = QStringLiteral("T-PRORR");
         ts.conexion(QStringLiteral("INTERNOS"))
