@@ -27,13 +27,6 @@ using namespace korven::test;
 
 namespace {
 
-std::unique_ptr<TestStores> Stores(int motor) {
-    auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
-    schema::CrearOActualizar(ts->stores());
-    CargarMaestros(*ts);
-    return ts;
-}
-
 QStringList Internos(const QList<FilaInterno>& filas) {
     QStringList r;
     for (const FilaInterno& f : filas)
@@ -78,7 +71,7 @@ void TestOperaciones::numeroSinMayusculas_data() {
 void TestOperaciones::numeroSinMayusculas() {
     MOTOR_O_SALTAR();
     QFETCH(bool, copia);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     OperacionConTodo(*ts, "IC-2026/001");
     OperacionConTodo(*ts, "B-1");
     const QMap<QString, int> antes = Todo(*ts, "IC-2026/001");
@@ -101,7 +94,7 @@ void TestOperaciones::numeroSinMayusculas() {
 // opening, and nothing goes. Its own workstation's leftover lock does not stop it.
 void TestOperaciones::eliminarAbiertaEnOtraPc() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     OperacionConTodo(*ts, "100"); // open on PC-OTRA since 16/03/2024
     const QMap<QString, int> antes = Todo(*ts, "100");
     ts->dialogos().ResponderSiempre(true);
@@ -140,7 +133,7 @@ void TestOperaciones::filtroDeNumero() {
     MOTOR_O_SALTAR();
     QFETCH(QString, prefijo);
     QFETCH(QStringList, esperados);
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     for (const char* n : {"demo-2", "DEMO-1", "DEMOZ", "DEN", "DF", "D", "CZ", "Z~9", "z{", "["})
         Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta(n));
     FiltroInternos f;
@@ -151,7 +144,7 @@ void TestOperaciones::filtroDeNumero() {
 // The lock keeps the moment it was taken, not only the day.
 void TestOperaciones::bloqueoConHora() {
     MOTOR_O_SALTAR();
-    auto ts = Stores(motor);
+    auto ts = StoresConMaestros(motor);
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
     QVERIFY(BloqueoInterno(ts->stores(), ts->dialogos(), "PC-A").Tomar("100"));
     const QVariant v = Valor(*ts, "select fecha from interno where interno = '100'");
@@ -187,7 +180,7 @@ void TestOperaciones::migracionDeCaratula() {
 
 // Closing the hub reads the row of its Operation again.
 void TestOperaciones::listaRefrescadaAlCerrarElHub() {
-    auto ts = Stores(0);
+    auto ts = StoresConMaestros(0);
     RegistrarPantallasOperaciones(ts->ctx().pantallas());
     RegistrarComponentesPropios(ts->ctx().componentes());
     Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
