@@ -128,6 +128,21 @@ QString StoreDirectory::clave(const QString& entidad) const {
     return QStringLiteral("SQLITE|") + ArchivoSQLite(entidad);
 }
 
+void StoreDirectory::PrepararPostgreSQL(QSqlDatabase& db, const QHash<QString, QString>& p,
+                                        const QString& baseDatos) {
+    db.setHostName(p.value(QStringLiteral("HOST")));
+    if (!p.value(QStringLiteral("PORT")).isEmpty())
+        db.setPort(p.value(QStringLiteral("PORT")).toInt());
+    db.setDatabaseName(baseDatos);
+    db.setUserName(p.value(QStringLiteral("USER")));
+    db.setPassword(p.value(QStringLiteral("PASSWORD")));
+    QStringList opciones;
+    if (!p.value(QStringLiteral("SERVICE")).isEmpty())
+        opciones << QStringLiteral("service=") + p.value(QStringLiteral("SERVICE"));
+    opciones << QStringLiteral("connect_timeout=10");
+    db.setConnectOptions(opciones.join(QLatin1Char(';')));
+}
+
 std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
     const QHash<QString, QString> p = Parametros(entidad);
     const bool pg = p.value(QStringLiteral("DRIVER")).toUpper() == QStringLiteral("QPSQL");
@@ -137,17 +152,7 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
     QSqlDatabase db =
         QSqlDatabase::addDatabase(pg ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), nombre);
     if (pg) {
-        db.setHostName(p.value(QStringLiteral("HOST")));
-        if (!p.value(QStringLiteral("PORT")).isEmpty())
-            db.setPort(p.value(QStringLiteral("PORT")).toInt());
-        db.setDatabaseName(p.value(QStringLiteral("DATABASE")));
-        db.setUserName(p.value(QStringLiteral("USER")));
-        db.setPassword(p.value(QStringLiteral("PASSWORD")));
-        QStringList opciones;
-        if (!p.value(QStringLiteral("SERVICE")).isEmpty())
-            opciones << QStringLiteral("service=") + p.value(QStringLiteral("SERVICE"));
-        opciones << QStringLiteral("connect_timeout=10");
-        db.setConnectOptions(opciones.join(QLatin1Char(';')));
+        PrepararPostgreSQL(db, p, p.value(QStringLiteral("DATABASE")));
     } else {
         const QString archivo = ArchivoSQLite(entidad);
         const QString carpeta = QFileInfo(archivo).absolutePath();

@@ -7,6 +7,8 @@
 #include <QString>
 #include <memory>
 
+class QSqlDatabase;
+
 namespace korven {
 
 // Maps each entity of the system (INTERNOS, SYSTABLAS, PERSONAL, NCM, USUARIO, ESTADO,
@@ -61,6 +63,10 @@ public:
     bool UnaConexion(const QStringList& entidades) const;
     void CloseAllDataConnection();
 
+    // Points a PostgreSQL connection at the server, role and options of an entity's settings
+    // and at the database named.
+    static void PrepararPostgreSQL(QSqlDatabase& db, const QHash<QString, QString>& parametros,
+                                   const QString& baseDatos);
     // Settings of one entity as read from the ini (upper-case keys), for tools and messages.
     QHash<QString, QString> Parametros(const QString& entidad) const;
     // The SQLite file of an entity (empty on PostgreSQL).

@@ -66,17 +66,7 @@ QString CrearBaseSiFalta(const QHash<QString, QString>& p, bool* creada) {
     QString r;
     {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), nombre);
-        db.setHostName(p.value(QStringLiteral("HOST")));
-        if (!p.value(QStringLiteral("PORT")).isEmpty())
-            db.setPort(p.value(QStringLiteral("PORT")).toInt());
-        db.setDatabaseName(QStringLiteral("postgres"));
-        db.setUserName(usuario);
-        db.setPassword(p.value(QStringLiteral("PASSWORD")));
-        QStringList opciones;
-        if (!p.value(QStringLiteral("SERVICE")).isEmpty())
-            opciones << QStringLiteral("service=") + p.value(QStringLiteral("SERVICE"));
-        opciones << QStringLiteral("connect_timeout=10");
-        db.setConnectOptions(opciones.join(QLatin1Char(';')));
+        StoreDirectory::PrepararPostgreSQL(db, p, QStringLiteral("postgres"));
         if (db.open()) {
             QSqlQuery q(db);
             q.prepare(QStringLiteral("select 1 from pg_database where datname = ?"));
