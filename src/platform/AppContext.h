@@ -58,6 +58,12 @@ public:
     QString InternoActual;
     bool FormularioDeDatos = false;
 
+    // Goods entry: set when the suffixes of an article were carried over by search onto a new
+    // line (they are then confirmed again), and the total of the Operation's proration values
+    // kept when the proration codes screen closes.
+    bool SufijosDeArticulo = false;
+    double TotalProrrateo = 0;
+
 private:
     StoreDirectory& stores_;
     Dialogos& dialogos_;
