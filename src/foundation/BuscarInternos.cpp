@@ -76,8 +76,11 @@ QString BuscarInternos::Sql(const FiltroInternos& filtro, QVariantList* parametr
                        "limit 1) as korven_tipo, (select a.descripcion from aduana a where a.id = "
                        "c.idaduana limit 1) as korven_aduana from caratula c ") +
         where;
+    // Numbers are unique without regard to case and are listed so: the index of upper(interno)
+    // then gives both the range of a prefix and the order, and the first page is read without
+    // sorting every Operation the prefix matches.
     sql += config_.LISTADO != 0 ? QStringLiteral(" order by fechaalta desc,interno")
-                                : QStringLiteral(" order by interno");
+                                : QStringLiteral(" order by upper(interno)");
     if (!config_.OperacionesMostrarTODO)
         sql += QStringLiteral(" LIMIT 50");
     if (parametros)

@@ -119,16 +119,17 @@ void TestOperaciones::filtroDeNumero_data() {
     QTest::addColumn<QStringList>("esperados");
     for (int m : {0, 1}) {
         const char* n = m ? "postgresql" : "sqlite";
-        QTest::addRow("%s demo", n) << m << "demo" << QStringList{"DEMO-1", "DEMOZ", "demo-2"};
+        QTest::addRow("%s demo", n) << m << "demo" << QStringList{"DEMO-1", "demo-2", "DEMOZ"};
         QTest::addRow("%s DEMO-", n) << m << "DEMO-" << QStringList{"DEMO-1", "demo-2"};
         QTest::addRow("%s demoz", n) << m << "demoz" << QStringList{"DEMOZ"};
-        QTest::addRow("%s de", n) << m << "de" << QStringList{"DEMO-1", "DEMOZ", "DEN", "demo-2"};
+        QTest::addRow("%s de", n) << m << "de" << QStringList{"DEMO-1", "demo-2", "DEMOZ", "DEN"};
         QTest::addRow("%s con %%", n) << m << "D%" << QStringList{};
-        QTest::addRow("%s z", n) << m << "z" << QStringList{"Z~9", "z{"};
+        QTest::addRow("%s z", n) << m << "z" << QStringList{"z{", "Z~9"};
     }
 }
 
-// The beginning of the number, whatever its case, in byte order on both engines.
+// The beginning of the number, whatever its case, listed without regard to case on both
+// engines.
 void TestOperaciones::filtroDeNumero() {
     MOTOR_O_SALTAR();
     QFETCH(QString, prefijo);
