@@ -89,18 +89,11 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("listado");
         const QByteArray ncm("001,002,003,010,012\n8471.30.12,100,B,NOTEBOOK,07\n"
                              "8471.30.12,100,B,OTRA VEZ,07\n8471.30,100,C,CORTA,07\n");
-        struct Caso {
-            const char* nombre;
-            QStringList importar;
-            QByteArray archivo;
-            int codigo;
-            QStringList salida, listar, listado;
-        };
         // clang-format off
         const QStringList informe{"Tabla ncm: 3 filas leídas, 1 válidas, 2 rechazadas.",
                                   "  línea 3: Clave repetida en el archivo (ya está en la línea 2).",
                                   "  línea 4: La columna 001 debe tener la forma NNNN.NN.NN: '8471.30'"};
-        const Caso casos[] = {
+        const std::tuple<const char*, QStringList, QByteArray, int, QStringList, QStringList, QStringList> casos[] = {
             {"rechazada", {"ncm"}, ncm, 1, informe + QStringList{"No se importó ninguna fila: corrija el archivo o use --parcial."},
              {"ncm", "--columnas", "001,002,003,012"}, {"001 | 002 | 003 | 012", "----+-----+-----+----", "(0 filas)"}},
             {"parcial", {"ncm", "--parcial"}, ncm, 0, informe + QStringList{"Filas importadas en ncm: 1."},
@@ -114,10 +107,9 @@ private Q_SLOTS:
         };
         // clang-format on
         for (int m : {int(Motor::SQLite), int(Motor::PostgreSQL)})
-            for (const Caso& c : casos)
-                QTest::addRow("%s: %s", m ? "postgresql" : "sqlite", c.nombre)
-                    << m << c.importar << c.archivo << c.codigo << c.salida << c.listar
-                    << c.listado;
+            for (const auto& [nombre, importar, archivo, codigo, salida, listar, listado] : casos)
+                QTest::addRow("%s: %s", m ? "postgresql" : "sqlite", nombre)
+                    << m << importar << archivo << codigo << salida << listar << listado;
     }
     void importar() {
         MOTOR_O_SALTAR();
@@ -168,9 +160,7 @@ private Q_SLOTS:
         const Corrida c = Correr(t, args);
         QCOMPARE(c.codigo, codigo);
         QCOMPARE(c.errores.value(0), mensaje);
-        QCOMPARE(Contar(t.conexion(kInternos), QStringLiteral("sqlite_master where name = "
-                                                              "'caratula'")),
-                 0);
+        QCOMPARE(Contar(t.conexion(kInternos), "sqlite_master where name = 'caratula'"), 0);
     }
 
     // The built program itself: its exit codes and its output.
