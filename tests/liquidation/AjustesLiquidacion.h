@@ -6,115 +6,76 @@
 #include "liquidation/ClassLiquidacion.h"
 #include "platform/AppContext.h"
 #include "platform/SettingsStore.h"
+#include "support/LiqTablas.h"
 #include "support/TestStores.h"
 
-#include <QStringList>
-#include <QTest>
-#include <functional>
+#include <QHash>
 
 namespace korven::test {
 
 // The operation every calculator test works on.
 inline const QString kInterno = QStringLiteral("100");
 
+using L = ClassLiquidacion;
+
 inline void AplicarAjustes(ClassLiquidacion& l, AppContext& ctx, const QString& ajustes) {
+    static const QHash<QString, void (L::*)(double)> numeros = {
+        {"CaratulaFobTotal", &L::setCaratulaFobTotal},
+        {"DivFOB", &L::setCaratulaDivisasFOB},
+        {"CaratulaFleteTotal", &L::setCaratulaFleteTotal},
+        {"DivFlete", &L::setCaratulaDivisasFlete},
+        {"CaratulaSeguroValor", &L::setCaratulaSeguroValor},
+        {"Expo", &L::setNcmDerechodeExpo},
+        {"CaratulaSeguroProcent", &L::setCaratulaSeguroProcent},
+        {"FOB", &L::setFOBTotalITEM},
+        {"DivSeguro", &L::setCaratulaDivisasSeguro},
+        {"Flete", &L::setFLETETotalITEM},
+        {"Derecho", &L::setNcmDerechodeImportacionExtrazona},
+        {"Seguro", &L::setSEGUROTotalITEM},
+        {"Estadistica", &L::setNcmTasaEstadistica},
+        {"AjInc", &L::setAJUSTEINCLUIRtotalITEM},
+        {"CantEsp", &L::setncmCantidadDerechoEspecifico},
+        {"AjDed", &L::setAJUSTEDEDUCIRtotalITEM},
+        {"Indicador", &L::setNcmIndicadorMaximoArancel},
+        {"Reintegro", &L::setncmReintegroFijo},
+        {"ReintegroIntra", &L::setncmReintFijoIntraZona},
+        {"ValorAEC", &L::setncmValor_AEC},
+        {"Exencion", &L::setncmExencionReduccionIVA},
+        {"TasaLey", &L::setncmMineriaTasaLey},
+        {"ValorEsp", &L::setItemCantidadDerechoEspecifico},
+        {"ComExt", &L::setItmComsionesExt},
+        {"Coef", &L::setItemCoeficienteExportacion},
+        {"TmpCons", &L::setItmImportacionTmpCons},
+        {"Temporal", &L::setItmImportacionTemporal}};
+    static const QHash<QString, void (L::*)(const QString&)> textos = {
+        {"SubReg", &L::setCaratulaSubRegimen},
+        {"Adicional", &L::setNcmDerechoAdicional},
+        {"ncm_AEC", &L::setncm_AEC},
+        {"Pais", &L::setItemIdPais},
+        {"Lista", &L::setItemLista}};
+    static const QHash<QString, void (L::*)(bool)> marcas = {
+        {"Force", &L::setNcmDerechodeImportacionExtrazonaForce},
+        {"Mineria", &L::setItemMineria},
+        {"CalcCoef", &L::setItemCalcularCoeficienteExportacion},
+        {"Mercosur", &L::setItemLISTA_MERCOSUR}};
     for (const QString& par : ajustes.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
         const int i = par.indexOf(QLatin1Char('='));
-        QVERIFY2(i > 0, qPrintable(par));
         const QString k = par.left(i).trimmed();
         const QString v = par.mid(i + 1);
-        bool ok = true;
-        const double n = v.toDouble(&ok);
-        const bool b = v == QLatin1String("1");
-        auto numero = [&](auto&& fijar) {
-            QVERIFY2(ok, qPrintable(par));
-            fijar(n);
-        };
-        if (k == "SubReg")
-            l.setCaratulaSubRegimen(v);
-        else if (k == "CaratulaFobTotal")
-            numero([&](double x) { l.setCaratulaFobTotal(x); });
-        else if (k == "CaratulaFleteTotal")
-            numero([&](double x) { l.setCaratulaFleteTotal(x); });
-        else if (k == "CaratulaSeguroValor")
-            numero([&](double x) { l.setCaratulaSeguroValor(x); });
-        else if (k == "CaratulaSeguroProcent")
-            numero([&](double x) { l.setCaratulaSeguroProcent(x); });
-        else if (k == "DivFOB")
-            numero([&](double x) { l.setCaratulaDivisasFOB(x); });
-        else if (k == "DivFlete")
-            numero([&](double x) { l.setCaratulaDivisasFlete(x); });
-        else if (k == "DivSeguro")
-            numero([&](double x) { l.setCaratulaDivisasSeguro(x); });
-        else if (k == "Derecho")
-            numero([&](double x) { l.setNcmDerechodeImportacionExtrazona(x); });
-        else if (k == "Force")
-            l.setNcmDerechodeImportacionExtrazonaForce(b);
-        else if (k == "Estadistica")
-            numero([&](double x) { l.setNcmTasaEstadistica(x); });
-        else if (k == "Adicional")
-            l.setNcmDerechoAdicional(v);
-        else if (k == "Expo")
-            numero([&](double x) { l.setNcmDerechodeExpo(x); });
-        else if (k == "CantEsp")
-            numero([&](double x) { l.setncmCantidadDerechoEspecifico(x); });
-        else if (k == "Indicador")
-            numero([&](double x) { l.setNcmIndicadorMaximoArancel(x); });
-        else if (k == "Reintegro")
-            numero([&](double x) { l.setncmReintegroFijo(x); });
-        else if (k == "ReintegroIntra")
-            numero([&](double x) { l.setncmReintFijoIntraZona(x); });
-        else if (k == "Exencion")
-            numero([&](double x) { l.setncmExencionReduccionIVA(x); });
-        else if (k == "ncm_AEC")
-            l.setncm_AEC(v);
-        else if (k == "ValorAEC")
-            numero([&](double x) { l.setncmValor_AEC(x); });
-        else if (k == "TasaLey")
-            numero([&](double x) { l.setncmMineriaTasaLey(x); });
-        else if (k == "FOB")
-            numero([&](double x) { l.setFOBTotalITEM(x); });
-        else if (k == "Flete")
-            numero([&](double x) { l.setFLETETotalITEM(x); });
-        else if (k == "Seguro")
-            numero([&](double x) { l.setSEGUROTotalITEM(x); });
-        else if (k == "AjInc")
-            numero([&](double x) { l.setAJUSTEINCLUIRtotalITEM(x); });
-        else if (k == "AjDed")
-            numero([&](double x) { l.setAJUSTEDEDUCIRtotalITEM(x); });
-        else if (k == "ValorEsp")
-            numero([&](double x) { l.setItemCantidadDerechoEspecifico(x); });
-        else if (k == "Pais")
-            l.setItemIdPais(v);
-        else if (k == "Coef")
-            numero([&](double x) { l.setItemCoeficienteExportacion(x); });
-        else if (k == "CalcCoef")
-            l.setItemCalcularCoeficienteExportacion(b);
-        else if (k == "Lista")
-            l.setItemLista(v);
-        else if (k == "Mercosur")
-            l.setItemLISTA_MERCOSUR(b);
-        else if (k == "Mineria")
-            l.setItemMineria(b);
-        else if (k == "Temporal")
-            numero([&](double x) { l.setItmImportacionTemporal(x); });
-        else if (k == "TmpCons")
-            numero([&](double x) { l.setItmImportacionTmpCons(x); });
-        else if (k == "ComExt")
-            numero([&](double x) { l.setItmComsionesExt(x); });
-        else if (k == "IVARIN")
-            numero([&](double x) { ctx.config().IVARIN = x; });
-        else if (k == "IVARNI")
-            numero([&](double x) { ctx.config().IVARNI = x; });
-        else if (k == "FlagDto1439")
-            ctx.FlagDto1439 = v;
-        else if (k == "FlagDto1439A1")
-            ctx.FlagDto1439A1 = v;
+        if (numeros.contains(k))
+            (l.*numeros.value(k))(N(v));
+        else if (textos.contains(k))
+            (l.*textos.value(k))(v);
+        else if (marcas.contains(k))
+            (l.*marcas.value(k))(v == QLatin1String("1"));
+        else if (k == "IVARIN" || k == "IVARNI")
+            (k == "IVARIN" ? ctx.config().IVARIN : ctx.config().IVARNI) = N(v);
+        else if (k == "FlagDto1439" || k == "FlagDto1439A1")
+            (k == "FlagDto1439" ? ctx.FlagDto1439 : ctx.FlagDto1439A1) = v;
         else if (k == "AEC")
-            ctx.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), kInterno,
-                                       v);
+            ctx.settings().SaveSetting("KORVEN", "AEC", kInterno, v);
         else
-            QFAIL(qPrintable(QStringLiteral("Ajuste desconocido: ") + k));
+            qFatal("Ajuste desconocido: %s", qPrintable(k));
     }
 }
 
@@ -128,9 +89,10 @@ struct Calculadora {
         t.ctx().InternoActual = kInterno;
         AplicarAjustes(liq, t.ctx(), ajustes);
     }
-    QString AEC() {
-        return t.settings().GetSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), kInterno,
-                                       QStringLiteral("<nada>"));
+    // Concept codigo with the percentage p and base b; both come back as the calculator left them.
+    double Concepto(const QString& codigo, QString& p, double& b, const QString& pB = {},
+                    double valor = 0, bool sinCoef = false) {
+        return liq.ObtenerValorConcepto(codigo, p, 0, b, pB, valor, sinCoef);
     }
     TestStores t;
     ClassLiquidacion liq;
