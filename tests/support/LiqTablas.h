@@ -39,6 +39,21 @@ inline double N(const QString& campo) {
     return n;
 }
 
+// The figures a test got, compared with the fields of its row from the field desde on; says the
+// first that differs.
+inline bool Cifras(const QStringList& f, int desde, std::initializer_list<double> cifras) {
+    int i = desde;
+    for (double x : cifras) {
+        const double e = N(f.value(i));
+        if (!(x == e || qFuzzyCompare(x, e))) {
+            qWarning("campo %d: %.15g, se esperaba %s", i, x, qPrintable(f.value(i)));
+            return false;
+        }
+        ++i;
+    }
+    return true;
+}
+
 // The number of the failure an action throws, or -1 when it throws none.
 inline int NumeroDeError(const std::function<void()>& accion, QString* descripcion = nullptr) {
     try {
