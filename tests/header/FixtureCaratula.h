@@ -4,8 +4,11 @@
 // our own, so that each expectation can be worked out by hand.
 
 #include "foundation/RegistrarPantallasOperaciones.h"
+#include "header/CaratulaDatos.h"
 #include "header/PantallasCaratula.h"
 #include "platform/Conexion.h"
+#include "platform/Formato.h"
+#include "platform/ValueRules.h"
 #include "schema/Esquema.h"
 #include "support/TestStores.h"
 
@@ -102,6 +105,24 @@ inline void NuevaOperacion(TestStores& ts, const QString& interno) {
         .Ejecutar(QStringLiteral("insert into caratula (interno,fechaalta,onccahabilitado) values "
                                  "('%1','2026-11-22','N')")
                       .arg(interno));
+}
+
+// One column of an Operation's header as the store gives it back, numbers without trailing zeros.
+inline QString Columna(TestStores& ts, const QString& interno, const QString& columna) {
+    const QVariant v = ts.conexion(QStringLiteral("INTERNOS"))
+                           .Escalar(QStringLiteral("select %1 from caratula where interno = '%2'")
+                                        .arg(columna, interno));
+    return v.metaType().id() == QMetaType::Double
+               ? Formato(v.toDouble(), QStringLiteral("0.######"), QStringLiteral("."))
+               : EsNull(v);
+}
+
+// The columns the save of the header writes, as "column=value" in their order.
+inline QStringList Fila(TestStores& ts, const QString& interno) {
+    QStringList r;
+    for (const CaratulaDatos::Campo& c : CaratulaDatos::CamposDeGuardado())
+        r << c.columna.toLower() + QLatin1Char('=') + Columna(ts, interno, c.columna.toLower());
+    return r;
 }
 
 } // namespace korven::test

@@ -43,8 +43,6 @@ class TestFrmOncca : public QObject {
 private Q_SLOTS:
     void cargarYGuardar_data() { FilasDeMotores(); }
     void cargarYGuardar();
-    void deshabilitado_data() { FilasDeMotores(); }
-    void deshabilitado();
     void desdeCaratula_data() { FilasDeMotores(); }
     void desdeCaratula();
 };
@@ -106,36 +104,6 @@ void TestFrmOncca::cargarYGuardar() {
     QVERIFY(ts.dialogos().registro().isEmpty());
 }
 
-void TestFrmOncca::deshabilitado() {
-    MOTOR_O_SALTAR();
-    TestStores ts(static_cast<Motor>(motor));
-    PrepararDemo(ts);
-    frmONCCA f(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
-    Mostrar(f);
-    auto* ch = f.findChild<QCheckBox*>("chONCCA");
-    ch->setFocus();
-    Tecla(Qt::Key_Space);
-    QVERIFY(!ch->isChecked());
-    for (QPushButton* b : f.findChildren<QPushButton*>())
-        QVERIFY2(!b->isEnabled(), qPrintable(b->objectName()));
-    // With the switch off no list opens.
-    ts.ctx().pantallas().Registrar(QStringLiteral("FrmListado"),
-                                   [](AppContext&, const QVariantMap&) -> QVariant {
-                                       QTest::qFail("no list opens", __FILE__, __LINE__);
-                                       return {};
-                                   });
-    f.findChild<QLineEdit*>("txtEspecie")->setFocus();
-    Tecla(Qt::Key_F6);
-    // Saving with the switch off keeps the codes, with "N".
-    Tecla(Qt::Key_F11);
-    QVERIFY(!f.isVisible());
-    QCOMPARE(Oncca(ts),
-             (QStringList{"N", "481", "NO", "LOM", "1021", "BOV", "5001", "C", "01", "P", "5001"}));
-    frmONCCA g(ts.ctx(), {{QStringLiteral("interno"), kDemo}});
-    QVERIFY(!g.findChild<QCheckBox*>("chONCCA")->isChecked());
-    QVERIFY(!g.findChild<QPushButton*>("cmdSisProd")->isEnabled());
-}
-
 void TestFrmOncca::desdeCaratula() {
     MOTOR_O_SALTAR();
     TestStores ts(static_cast<Motor>(motor));
@@ -145,14 +113,21 @@ void TestFrmOncca::desdeCaratula() {
     Mostrar(c);
     auto* boton = c.findChild<QPushButton*>("cmdONCCA");
     QVERIFY(boton->isEnabled()); // an export "EC"
+    // The switch off turns the lists off; F11 saves the codes as they were, with "N".
     AlAbrirse(QStringLiteral("frmONCCA"), [](QWidget* f) {
         auto* ch = f->findChild<QCheckBox*>(QStringLiteral("chONCCA"));
         ch->setFocus();
         QTest::keyClick(ch, Qt::Key_Space);
+        for (QPushButton* b : f->findChildren<QPushButton*>())
+            QVERIFY2(!b->isEnabled(), qPrintable(b->objectName()));
         QTest::keyClick(ch, Qt::Key_F11);
     });
     boton->click();
-    QCOMPARE(Oncca(ts).first(), QStringLiteral("N"));
+    QCOMPARE(Oncca(ts),
+             (QStringList{"N", "481", "NO", "LOM", "1021", "BOV", "5001", "C", "01", "P", "5001"}));
+    QVERIFY(!frmONCCA(ts.ctx(), {{QStringLiteral("interno"), kDemo}})
+                 .findChild<QPushButton*>("cmdSisProd")
+                 ->isEnabled());
     QVERIFY(c.isVisible());
     // The demo export's header is complete: Esc saves it without a question, and the save of
     // the header leaves the ONCCA switch as the ONCCA screen wrote it.

@@ -75,6 +75,16 @@ QString Columna(TestStores& ts, const char* entidad, const QString& sql, const Q
     return rs.Eof() ? QStringLiteral("<sin fila>") : EsNull(rs.Fields(0));
 }
 
+// Each pasted field against its column, read by a select of one column ("%1") and a key.
+void Comparar(TestStores& ts, const char* entidad, const QString& sql, const QVariant& clave,
+              const QMap<QLineEdit*, QString>& pegados, const QString& limpio) {
+    for (auto it = pegados.cbegin(); it != pegados.cend(); ++it)
+        if (!it.value().isEmpty())
+            QCOMPARE(it.key()->objectName() + QLatin1Char('=') +
+                         Columna(ts, entidad, sql.arg(it.value()), clave),
+                     it.key()->objectName() + QLatin1Char('=') + Esperado(it.key(), limpio));
+}
+
 } // namespace
 
 class TestTextosPegados : public QObject {
@@ -148,13 +158,7 @@ private Q_SLOTS:
             Tecla(Qt::Key_Escape);
             QCOMPARE(ts.dialogos().todo(), QStringList());
             QVERIFY(!f.isVisible());
-            for (auto it = pegados.cbegin(); it != pegados.cend(); ++it) {
-                if (it.value().isEmpty())
-                    continue;
-                QCOMPARE(it.key()->objectName() + QLatin1Char('=') +
-                             Columna(ts, "INTERNOS", selectCaratula.arg(it.value()), kInterno),
-                         it.key()->objectName() + QLatin1Char('=') + Esperado(it.key(), limpio));
-            }
+            Comparar(ts, "INTERNOS", selectCaratula, kInterno, pegados, limpio);
             QCOMPARE(
                 Columna(ts, "INTERNOS", selectCaratula.arg(QStringLiteral("factura1")), kInterno),
                 numero);
@@ -184,10 +188,7 @@ private Q_SLOTS:
             Tecla(Qt::Key_Escape);
             QCOMPARE(ts.dialogos().todo(), QStringList());
             QVERIFY(!f.isVisible());
-            for (auto it = pegados.cbegin(); it != pegados.cend(); ++it)
-                QCOMPARE(it.key()->objectName() + QLatin1Char('=') +
-                             Columna(ts, "INTERNOS", selectCaratula.arg(it.value()), kInterno),
-                         it.key()->objectName() + QLatin1Char('=') + Esperado(it.key(), limpio));
+            Comparar(ts, "INTERNOS", selectCaratula, kInterno, pegados, limpio);
         }
 
         // A transport agent changed: new tax number and name.
@@ -223,13 +224,8 @@ private Q_SLOTS:
             QVERIFY(!pegados.values().contains(QStringLiteral("?")));
             f.findChild<QPushButton*>(QStringLiteral("CmdGuardar"))->click();
             QCOMPARE(ts.dialogos().todo(), QStringList());
-            for (auto it = pegados.cbegin(); it != pegados.cend(); ++it)
-                QCOMPARE(
-                    Columna(
-                        ts, "PERSONAL",
-                        QStringLiteral("select %1 from clientes where cuit = ?").arg(it.value()),
-                        cuit),
-                    Esperado(it.key(), limpio));
+            Comparar(ts, "PERSONAL", QStringLiteral("select %1 from clientes where cuit = ?"), cuit,
+                     pegados, limpio);
         }
 
         // The ONCCA codes.
