@@ -1,11 +1,12 @@
 #pragma once
 
-// Operations made by hand for the tests of the register, the hub and the copy.
+// Operations made by hand for the tests of the register, the hub and the lock.
 
 #include "platform/Conexion.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "support/OperacionGrande.h"
 #include "support/TestStores.h"
 
 #include <QDate>
@@ -15,23 +16,12 @@
 
 namespace korven::test {
 
-// Every table an Operation owns, with its store.
-struct TablaOperacion {
-    const char* tabla;
-    const char* entidad;
-};
-
-inline const QList<TablaOperacion>& TablasDeOperacion() {
-    static const QList<TablaOperacion> t = {
-        {"subitems", "INTERNOS"},  {"groupsubitems", "INTERNOS"}, {"item", "INTERNOS"},
-        {"liqcero", "INTERNOS"},   {"itemventaja", "INTERNOS"},   {"itemref", "INTERNOS"},
-        {"itempresu", "INTERNOS"}, {"itemliq", "INTERNOS"},       {"iteminfo", "INTERNOS"},
-        {"interno", "INTERNOS"},   {"caratula", "INTERNOS"},      {"facturas", "INTERNOS"},
-        {"prorrateo", "INTERNOS"}, {"descargas", "INTERNOS"},     {"hval", "SYSTABLAS"},
-        {"hvalexp", "SYSTABLAS"},  {"idrel", "INTERNOS"},         {"sysflag", "INTERNOS"},
-        {"coment", "SYSTABLAS"}};
-    return t;
-}
+// One row of a data-driven test per engine, named "sqlite <name>" and "postgresql <name>", the
+// engine in the first column "motor" and the given values after it.
+#define FILA_MOTORES(nombre, ...)                                                                  \
+    for (int m_ : {0, 1})                                                                          \
+    QTest::addRow("%s %s", m_ ? "postgresql" : "sqlite", qPrintable(QString(nombre)))              \
+        << m_ << __VA_ARGS__
 
 // Inserts one row with bound values.
 inline void Insertar(TestStores& ts, const QString& entidad, const QString& tabla,
@@ -83,6 +73,14 @@ inline QVariantMap CaratulaCompleta(const QString& interno) {
             {"onccahabilitado", "N"}};
 }
 
+// Inserts a complete header with some of its columns changed.
+inline void InsertarCaratula(TestStores& ts, const QString& interno,
+                             const QVariantMap& cambios = {}) {
+    QVariantMap c = CaratulaCompleta(interno);
+    c.insert(cambios);
+    Insertar(ts, "INTERNOS", "caratula", c);
+}
+
 // Every sub-regime has its fields defined, none hidden.
 inline void CargarDest(TestStores& ts) {
     for (const char* s : {"IC04", "EC01", "IT01", "ET01", "EC02", "IDA4", "IC06", "TG01", "LAPI"})
@@ -117,42 +115,24 @@ inline std::unique_ptr<TestStores> StoresConMaestros(int motor) {
     return ts;
 }
 
-// An Operation with rows in every table it owns, and in the ones that stay behind when it is
-// deleted (idrel, sysflag, coment).
+// Every table an Operation owns, and the ones that stay behind when it is deleted (idrel,
+// sysflag, coment); the rows of each under one number.
+inline QStringList TablasDeOperacion() {
+    return FilasDeOperacionGrande(0).keys() << QStringLiteral("interno");
+}
+
+inline QMap<QString, int> Todo(TestStores& ts, const QString& interno) {
+    return FilasDe(ts.stores(), interno, TablasDeOperacion());
+}
+
+// An Operation with ten lines and rows in every table, open on PC-OTRA since 16/03/2024.
 inline void OperacionConTodo(TestStores& ts, const QString& interno) {
-    Insertar(ts, "INTERNOS", "caratula", CaratulaCompleta(interno));
-    const QVariant x = interno;
-    Insertar(ts, "INTERNOS", "subitems",
-             {{"interno", x},
-              {"id", 1},
-              {"ncm", "8471.30.12"},
-              {"fob", 600.0},
-              {"cantidad", 2.0},
-              {"descripcion", "Notebook d'acero"}});
-    Insertar(ts, "INTERNOS", "subitems",
-             {{"interno", x}, {"id", 2}, {"ncm", "8471.60.52"}, {"fob", 400.0}, {"cantidad", 4.0}});
-    Insertar(ts, "INTERNOS", "groupsubitems", {{"interno", x}, {"id", 1}, {"idsub", 1}});
-    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 0}});
-    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 1}});
-    Insertar(ts, "INTERNOS", "liqcero", {{"interno", x}, {"idconcepto", "010"}, {"valor", 5.0}});
-    Insertar(ts, "INTERNOS", "itemventaja", {{"interno", x}, {"iditem", 0}, {"idventaja", "V"}});
-    Insertar(ts, "INTERNOS", "itemref", {{"interno", x}, {"referencia", "R"}, {"valor", "1"}});
-    Insertar(ts, "INTERNOS", "itempresu", {{"interno", x}, {"concepto", "C"}, {"valordolar", 1.0}});
-    Insertar(ts, "INTERNOS", "itemliq", {{"interno", x}, {"iditem", 1}, {"idconceptos", "010"}});
-    Insertar(ts, "INTERNOS", "iteminfo", {{"interno", x}, {"iditem", 1}, {"idinfo", "I"}});
-    Insertar(
-        ts, "INTERNOS", "interno",
-        {{"interno", x}, {"maquina", "PC-OTRA"}, {"usuario", ""}, {"fecha", QDate(2024, 3, 16)}});
-    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 1}, {"factura", "A-0001"}});
-    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 2}, {"factura", "A-0002"}});
-    Insertar(ts, "INTERNOS", "prorrateo",
-             {{"interno", x}, {"codigo", "P1"}, {"descripcion", "Flete"}, {"valor", 12.5}});
-    Insertar(ts, "INTERNOS", "descargas", {{"interno", x}, {"dit", "D"}, {"item", 1}});
-    Insertar(ts, "SYSTABLAS", "hval", {{"interno", x}});
-    Insertar(ts, "SYSTABLAS", "hvalexp", {{"interno", x}});
-    Insertar(ts, "INTERNOS", "idrel", {{"interno", x}, {"idroot", 1}, {"idsub", 1}});
-    Insertar(ts, "INTERNOS", "sysflag", {{"interno", x}, {"flag", "F"}, {"valor", "S"}});
-    Insertar(ts, "SYSTABLAS", "coment", {{"interno", x}, {"coment", "Llega el lunes"}});
+    OperacionGrande(ts.stores(), interno, 10);
+    Insertar(ts, "INTERNOS", "interno",
+             {{"interno", interno},
+              {"maquina", "PC-OTRA"},
+              {"usuario", ""},
+              {"fecha", QDate(2024, 3, 16)}});
 }
 
 } // namespace korven::test
