@@ -1,8 +1,7 @@
-// The desktop layer: the message boxes and questions, the screens opened by name, the members of
+// The desktop layer: the questions, the screens opened by name, the members of
 // components, and the behaviour every data form shares (ClCntrl): focus moves, colours, the
 // keypad's decimal key, the change mark of an open Operation and the list searches.
 
-#include "foundation/FrmMostrarDatos.h"
 #include "foundation/LlamadaComponente.h"
 #include "platform/AppContext.h"
 #include "platform/Formato.h"
@@ -16,12 +15,10 @@
 #include "support/Pantallas.h"
 #include "support/TestStores.h"
 
-#include <QClipboard>
 #include <QComboBox>
 #include <QInputDialog>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -84,11 +81,8 @@ QColor Fondo(const QWidget* w) {
 class TestEscritorio : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void mensajes_data();
-    void mensajes();
     void preguntaYTexto();
     void formularioRegistrado();
-    void mostrarDatos();
     void miembrosDeComponentes();
     void enterYFlechasMuevenElFoco();
     void coloresPorTag_data();
@@ -100,32 +94,6 @@ private Q_SLOTS:
     void busquedaEnListas_data();
     void busquedaEnListas();
 };
-
-void TestEscritorio::mensajes_data() {
-    QTest::addColumn<int>("icono");
-    QTest::addColumn<int>("esperado");
-    QTest::newRow("crítico") << int(Dialogos::Icono::Critico) << int(QMessageBox::Critical);
-    QTest::newRow("exclamación") << int(Dialogos::Icono::Exclamacion) << int(QMessageBox::Warning);
-    QTest::newRow("información") << int(Dialogos::Icono::Informacion)
-                                 << int(QMessageBox::Information);
-    QTest::newRow("pregunta") << int(Dialogos::Icono::Pregunta) << int(QMessageBox::Question);
-    QTest::newRow("ninguno") << int(Dialogos::Icono::Ninguno) << int(QMessageBox::NoIcon);
-}
-
-void TestEscritorio::mensajes() {
-    QFETCH(int, icono);
-    QFETCH(int, esperado);
-    QStringList visto;
-    AlAbrirse([&](QWidget* w) {
-        auto* box = qobject_cast<QMessageBox*>(w);
-        visto << box->text() << box->windowTitle() << QString::number(box->icon());
-        box->button(QMessageBox::Ok)->click();
-    });
-    DesktopDialogs().Mensaje("Valor Guardado Correctamente.", "KORVEN",
-                             static_cast<Dialogos::Icono>(icono));
-    QCOMPARE(visto,
-             (QStringList{"Valor Guardado Correctamente.", "KORVEN", QString::number(esperado)}));
-}
 
 void TestEscritorio::preguntaYTexto() {
     DesktopDialogs d;
@@ -166,22 +134,6 @@ void TestEscritorio::formularioRegistrado() {
     // A screen closed with Esc answers nothing.
     AlAbrirse([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); });
     QVERIFY(!ts.ctx().AbrirModal("Pregunta").isValid());
-}
-
-void TestEscritorio::mostrarDatos() {
-    TestStores ts(Motor::SQLite);
-    FrmMostrarDatos frm(ts.ctx(), {{"texto", "linea 1\nlinea 2"}});
-    QCOMPARE(frm.texto()->toPlainText(), QStringLiteral("linea 1\nlinea 2"));
-    frm.mnucopiar_Click();
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("linea 1\nlinea 2"));
-    frm.show();
-    QApplication::setActiveWindow(&frm);
-    frm.texto()->setFocus();
-    QTest::keyClick(frm.texto(), Qt::Key_C, Qt::ControlModifier);
-    QVERIFY(!frm.isVisible());
-    frm.show();
-    QTest::keyClick(frm.texto(), Qt::Key_Escape);
-    QVERIFY(!frm.isVisible());
 }
 
 void TestEscritorio::miembrosDeComponentes() {

@@ -5,7 +5,6 @@
 #include "foundation/ClListadoEx.h"
 #include "foundation/FrmListado.h"
 #include "foundation/FrmListadoDespachante.h"
-#include "foundation/FrmListadoeX.h"
 #include "foundation/FrmLstDiv.h"
 #include "foundation/FrmLstVendedores.h"
 #include "foundation/FrmNewVendedor.h"
@@ -14,12 +13,10 @@
 #include "platform/Pantallas.h"
 #include "support/Pantallas.h"
 
-#include <QAction>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QToolBar>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -76,7 +73,6 @@ private Q_SLOTS:
     void despachantes();
     void listadoExPaises_data() { FilasDeMotores(); }
     void listadoExPaises();
-    void listadoExBusca();
     void comentario_data() { FilasDeMotores(); }
     void comentario();
 };
@@ -248,27 +244,6 @@ void TestListasMaestras::listadoExPaises() {
     QCOMPARE(recibido.value("filas").toList(),
              (QVariantList{QStringList{"200", "ALADI"}, QStringList{"200", "MERCOSUR"},
                            QStringList{"203", "MERCOSUR"}}));
-}
-
-void TestListasMaestras::listadoExBusca() {
-    auto ts = Stores(0);
-    QVariantList filas{QStringList{"200", "ALADI"}, QStringList{"203", "MERCOSUR"},
-                       QStringList{"310", "OMC"}};
-    FrmListadoeX f(ts->ctx(), {{"titulo", "LISTAS"}, {"filas", filas}});
-    Mostrar(f);
-    auto* tb = Control<QToolBar>(f, "Tb");
-    auto* lst = Control<QTreeWidget>(f, "Lst");
-    ts->dialogos().ResponderTexto("merco");
-    tb->actions().at(1)->trigger();
-    QCOMPARE(lst->currentItem()->text(0), QStringLiteral("203"));
-    ts->dialogos().ResponderTexto("999");
-    tb->actions().at(0)->trigger();
-    QCOMPARE(ts->dialogos().todo(),
-             (QStringList{"Ingrese el texto a buscar en DESCRIPCIÓN",
-                          "Ingrese el texto a buscar en CODIGO", "Cadena no encontrada"}));
-    QCOMPARE(lst->currentItem()->text(0), QStringLiteral("203"));
-    QTest::keyClick(lst, Qt::Key_Return);
-    QCOMPARE(f.property("Respuesta").toMap(), Par("203", "MERCOSUR", "codigo", "descripcion"));
 }
 
 void TestListasMaestras::comentario() {

@@ -118,7 +118,6 @@ private Q_SLOTS:
     void formulariosNoInstalados_data();
     void formulariosNoInstalados();
     void formularioInstalado();
-    void dobleClic();
     void bases_data() { korven::test::FilasDeMotores(); }
     void bases();
 };
@@ -368,27 +367,6 @@ void TestMenuP::formularioInstalado() {
     ts.dialogos().Limpiar();
     m.LlamarFormulario(QStringLiteral("Otro"));
     QVERIFY(ts.dialogos().mensajes().isEmpty());
-}
-
-void TestMenuP::dobleClic() {
-    Bases ts;
-    MenuP m(ts.ctx(), {});
-    m.resize(560, 440);
-    m.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&m));
-    // A double click arrives as a click followed by the double click.
-    auto doble = [](QTableWidget* g, int fila, int col) {
-        const QPoint p = g->visualItemRect(g->item(fila, col)).center();
-        QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, p);
-        QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, p);
-    };
-    doble(m.GrdMenuMain(), 1, 1);
-    QCOMPARE(ts.dialogos().mensajes().size(), 1);
-    QVERIFY(ts.dialogos().mensajes().at(0).startsWith("[KORVEN.MenuP.Clientes]:: Nro: 429"));
-    // GridFormularios is chosen by Enter only.
-    doble(m.GridFormularios(), 3, 0);
-    QCOMPARE(m.GridFormularios()->currentRow(), 3);
-    QCOMPARE(ts.dialogos().mensajes().size(), 1);
 }
 
 // The main menu names the stores in use, so that a clerk sees which database is behind it.
