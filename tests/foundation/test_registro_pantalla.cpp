@@ -202,7 +202,7 @@ void TestRegistroPantalla::f6CopiaLaOperacion() {
     QCOMPARE(r.ts->dialogos().registro().last().titulo, QStringLiteral("Copiar interno 100"));
     QCOMPARE(r.txt("txtInterno")->text(), QStringLiteral("101"));
     QCOMPARE(r.f.InternosListados(), QStringList{"101"});
-    QCOMPARE(Contar(*r.ts, "INTERNOS", "subitems", "101"), 10);
+    QCOMPARE(Contar(*r.ts, "INTERNOS", "subitems", "101"), 2);
 }
 
 void TestRegistroPantalla::f12YEsc() {
