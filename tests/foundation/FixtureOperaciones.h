@@ -1,11 +1,12 @@
 #pragma once
 
-// Operations made by hand for the tests of the register, the hub and the copy.
+// Operations made by hand for the tests of the register, the hub and the lock.
 
 #include "platform/Conexion.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "support/OperacionGrande.h"
 #include "support/TestStores.h"
 
 #include <QDate>
@@ -15,23 +16,12 @@
 
 namespace korven::test {
 
-// Every table an Operation owns, with its store.
-struct TablaOperacion {
-    const char* tabla;
-    const char* entidad;
-};
-
-inline const QList<TablaOperacion>& TablasDeOperacion() {
-    static const QList<TablaOperacion> t = {
-        {"subitems", "INTERNOS"},  {"groupsubitems", "INTERNOS"}, {"item", "INTERNOS"},
-        {"liqcero", "INTERNOS"},   {"itemventaja", "INTERNOS"},   {"itemref", "INTERNOS"},
-        {"itempresu", "INTERNOS"}, {"itemliq", "INTERNOS"},       {"iteminfo", "INTERNOS"},
-        {"interno", "INTERNOS"},   {"caratula", "INTERNOS"},      {"facturas", "INTERNOS"},
-        {"prorrateo", "INTERNOS"}, {"descargas", "INTERNOS"},     {"hval", "SYSTABLAS"},
-        {"hvalexp", "SYSTABLAS"},  {"idrel", "INTERNOS"},         {"sysflag", "INTERNOS"},
-        {"coment", "SYSTABLAS"}};
-    return t;
-}
+// One row of a data-driven test per engine, named "sqlite <name>" and "postgresql <name>", the
+// engine in the first column "motor" and the given values after it.
+#define FILA_MOTORES(nombre, ...)                                                                  \
+    for (int m_ : {0, 1})                                                                          \
+    QTest::addRow("%s %s", m_ ? "postgresql" : "sqlite", qPrintable(QString(nombre)))              \
+        << m_ << __VA_ARGS__
 
 // Inserts one row with bound values.
 inline void Insertar(TestStores& ts, const QString& entidad, const QString& tabla,
@@ -83,6 +73,14 @@ inline QVariantMap CaratulaCompleta(const QString& interno) {
             {"onccahabilitado", "N"}};
 }
 
+// Inserts a complete header with some of its columns changed.
+inline void InsertarCaratula(TestStores& ts, const QString& interno,
+                             const QVariantMap& cambios = {}) {
+    QVariantMap c = CaratulaCompleta(interno);
+    c.insert(cambios);
+    Insertar(ts, "INTERNOS", "caratula", c);
+}
+
 // Every sub-regime has its fields defined, none hidden.
 inline void CargarDest(TestStores& ts) {
     for (const char* s : {"IC04", "EC01", "IT01", "ET01", "EC02", "IDA4", "IC06", "TG01", "LAPI"})
@@ -117,8 +115,18 @@ inline std::unique_ptr<TestStores> StoresConMaestros(int motor) {
     return ts;
 }
 
+// Every table an Operation owns, and the ones that stay behind when it is deleted (idrel,
+// sysflag, coment); the rows of each under one number.
+inline QStringList TablasDeOperacion() {
+    return FilasDeOperacionGrande(0).keys() << QStringLiteral("interno");
+}
+
+inline QMap<QString, int> Todo(TestStores& ts, const QString& interno) {
+    return FilasDe(ts.stores(), interno, TablasDeOperacion());
+}
+
 // An Operation with rows in every table it owns, and in the ones that stay behind when it is
-// deleted (idrel, sysflag, coment).
+// deleted, open on PC-OTRA since 16/03/2024.
 inline void OperacionConTodo(TestStores& ts, const QString& interno) {
     Insertar(ts, "INTERNOS", "caratula", CaratulaCompleta(interno));
     const QVariant x = interno;

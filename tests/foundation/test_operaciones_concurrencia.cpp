@@ -1,9 +1,11 @@
-// Several processes on the same stores, each playing a workstation.
+// Several processes on the same stores, each playing a workstation, on SQLite and on
+// PostgreSQL.
 //
-// With "--competidor <DataAccessConfig.ini>" this program is one workstation that reads orders
-// from its input: "NUEVO <number>" creates an Operation, "COPIA <origin> <number>" copies one.
-// It says "LEIDO" and waits for "SIGUE", so that both workstations start together, then answers
-// "<number> HECHO" or "<number> PERDIO <first line of the message shown>".
+// With "--competidor <DataAccessConfig.ini> <workstation>" this program is one workstation that
+// reads orders from its input: "TOMAR <number>" takes an Operation's lock, "NUEVO <number>"
+// creates an Operation, "COPIA <origin> <number>" copies one. It says "LEIDO" (for the lock, once
+// it has looked for a lock and found none) and waits for "SIGUE", so that both workstations go
+// on together, then answers "<number> HECHO" or "<number> PERDIO <first line of the message>".
 //
 // With "--trabajo <DataAccessConfig.ini> copiar|eliminar <number> [<new number>]" it runs one
 // copy or deletion, saying "EMPIEZA" just before and "HECHO" after: the test kills it at a
@@ -11,6 +13,7 @@
 
 #include "FixtureOperaciones.h"
 #include "components/CopiaInterno.h"
+#include "foundation/BloqueoInterno.h"
 #include "foundation/EliminarInterno.h"
 #include "foundation/NuevoInterno.h"
 #include "platform/KorvenError.h"
@@ -29,6 +32,8 @@ using namespace korven::test;
 
 namespace {
 
+const QString kOtraPc = QStringLiteral("Este interno esta abierto por la PC: ");
+
 // The program's stores as a workstation of its own sees them: the ini, and a settings store of
 // its own.
 struct Puesto {
@@ -45,27 +50,36 @@ struct Puesto {
     AppContext ctx;
 };
 
-int Competidor(const QString& ini) {
+int Competidor(const QString& ini, const QString& maquina) {
     Puesto p(ini);
     QTextStream entrada(stdin);
     QTextStream salida(stdout);
+    auto esperar = [&] {
+        salida << "LEIDO" << Qt::endl;
+        entrada.readLine();
+    };
+    BloqueoInterno bloqueo(p.stores, p.dialogos, maquina);
+    bloqueo.setAntesDeInsertar(esperar);
     salida << "LISTO" << Qt::endl;
     QString linea;
     while (entrada.readLineInto(&linea) && !linea.isEmpty()) {
         const QStringList orden = linea.split(QLatin1Char(' '));
         const QString numero = orden.last();
-        salida << "LEIDO" << Qt::endl;
-        entrada.readLine();
         p.dialogos.Limpiar();
         p.dialogos.ResponderTexto(numero);
-        const QString hecho = orden.first() == QStringLiteral("NUEVO")
-                                  ? NuevoInterno(p.ctx).Ejecutar()
-                                  : CopiaInterno(p.ctx).Mostrar(orden.at(1));
+        bool hecho;
+        if (orden.first() == QStringLiteral("TOMAR")) {
+            hecho = bloqueo.Tomar(numero);
+        } else {
+            esperar();
+            hecho = (orden.first() == QStringLiteral("NUEVO")
+                         ? NuevoInterno(p.ctx).Ejecutar()
+                         : CopiaInterno(p.ctx).Mostrar(orden.at(1))) == numero;
+        }
         salida << numero << ' '
-               << (hecho == numero
-                       ? QStringLiteral("HECHO")
-                       : QStringLiteral("PERDIO ") +
-                             p.dialogos.mensajes().value(0).section(QLatin1Char('\n'), 0, 0))
+               << (hecho ? QStringLiteral("HECHO")
+                         : QStringLiteral("PERDIO ") +
+                               p.dialogos.mensajes().value(0).section(QLatin1Char('\n'), 0, 0))
                << Qt::endl;
     }
     return 0;
@@ -92,8 +106,9 @@ QString Leer(QProcess& p) {
     return QString::fromUtf8(p.readLine()).trimmed();
 }
 
-void Escribir(QProcess& p, const QByteArray& linea) {
-    p.write(linea);
+// Writes reach a process only when it is waited on: each line is flushed at once.
+void Escribir(QProcess& p, const QString& linea) {
+    p.write((linea + QLatin1Char('\n')).toUtf8());
     p.waitForBytesWritten(60000);
 }
 
@@ -101,10 +116,6 @@ std::unique_ptr<TestStores> Stores(int motor) {
     auto ts = std::make_unique<TestStores>(static_cast<Motor>(motor));
     schema::CrearOActualizar(ts->stores());
     return ts;
-}
-
-QStringList TodasLasTablas() {
-    return FilasDeOperacionGrande(0).keys();
 }
 
 } // namespace
@@ -121,71 +132,73 @@ private Q_SLOTS:
 void TestOperacionesConcurrencia::mismoNumeroALaVez_data() {
     QTest::addColumn<int>("motor");
     QTest::addColumn<QString>("orden");
-    for (const char* o : {"NUEVO", "COPIA"}) {
-        QTest::addRow("sqlite %s", o) << static_cast<int>(Motor::SQLite) << QString::fromLatin1(o);
-        QTest::addRow("postgresql %s", o)
-            << static_cast<int>(Motor::PostgreSQL) << QString::fromLatin1(o);
-    }
+    QTest::addColumn<int>("rondas");
+    FILA_MOTORES("TOMAR", "TOMAR" << 200);
+    FILA_MOTORES("NUEVO", "NUEVO" << 50);
+    FILA_MOTORES("COPIA", "COPIA" << 50);
 }
 
-// Two workstations create, or copy to, the same new number at the same moment (every other
-// round one of them types it in lower case): one Operation is made, with its lines once, and the
-// other workstation is told the number exists.
+// Two workstations take the lock of, create, or copy to the same number at the same moment
+// (every other round one of them types it in lower case): exactly one of them gets it, the
+// Operation is made once with its lines, and the other workstation is told why.
 void TestOperacionesConcurrencia::mismoNumeroALaVez() {
     MOTOR_O_SALTAR();
     QFETCH(QString, orden);
+    QFETCH(int, rondas);
     auto ts = Stores(motor);
     const int lineas = 300;
-    OperacionGrande(ts->stores(), "ORIGEN", lineas);
+    if (orden == "COPIA")
+        OperacionGrande(ts->stores(), "ORIGEN", lineas);
     ts->stores().CloseAllDataConnection();
-    const QString ini = ts->stores().parametersPath();
-
+    const QString maquinas[2] = {"PC-A", "PC-B"};
     QProcess procesos[2];
-    for (QProcess& p : procesos) {
-        p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        p.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--competidor"), ini});
-        QVERIFY(p.waitForStarted());
+    for (int i = 0; i < 2; ++i) {
+        procesos[i].setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        procesos[i].start(QCoreApplication::applicationFilePath(),
+                          {"--competidor", ts->stores().parametersPath(), maquinas[i]});
+        QVERIFY(procesos[i].waitForStarted());
     }
     for (QProcess& p : procesos)
         QCOMPARE(Leer(p), QStringLiteral("LISTO"));
     int ganadas[2] = {0, 0};
-    const int rondas = 50;
     for (int r = 1; r <= rondas; ++r) {
-        const QString numeros[2] = {
-            QStringLiteral("ABC-%1").arg(r),
-            (r % 2 ? QStringLiteral("abc-%1") : QStringLiteral("ABC-%1")).arg(r)};
+        const QString n = orden == "TOMAR" ? QString::number(r) : QStringLiteral("ABC-%1").arg(r);
+        const QString numeros[2] = {n, r % 2 ? n.toLower() : n};
         for (int i = 0; i < 2; ++i)
-            Escribir(procesos[i],
-                     (orden + QLatin1Char(' ') +
-                      (orden == QStringLiteral("COPIA") ? QStringLiteral("ORIGEN ") : QString()) +
-                      numeros[i] + QLatin1Char('\n'))
-                         .toUtf8());
+            Escribir(procesos[i], orden + (orden == "COPIA" ? " ORIGEN " : " ") + numeros[i]);
         for (QProcess& p : procesos)
             QCOMPARE(Leer(p), QStringLiteral("LEIDO"));
-        Escribir(procesos[r % 2], "SIGUE\n");
-        Escribir(procesos[(r + 1) % 2], "SIGUE\n");
-        int hechos = 0;
+        // Both have looked; now both go on, in turns of who hears first.
+        Escribir(procesos[r % 2], "SIGUE");
+        Escribir(procesos[(r + 1) % 2], "SIGUE");
+        int hechos = 0, ganador = 0;
         for (int i = 0; i < 2; ++i) {
             const QString linea = Leer(procesos[i]);
-            const bool gano = linea == numeros[i] + QStringLiteral(" HECHO");
-            QVERIFY2(gano || linea == numeros[i] +
-                                          QStringLiteral(" PERDIO El Código de interno ya existe."),
-                     qPrintable(linea));
+            const QString perdio =
+                orden == "TOMAR" ? kOtraPc + maquinas[1 - i] : "El Código de interno ya existe.";
+            const bool gano = linea == numeros[i] + " HECHO";
+            QVERIFY2(gano || linea == numeros[i] + " PERDIO " + perdio, qPrintable(linea));
             hechos += gano;
             ganadas[i] += gano;
+            ganador = gano ? i : ganador;
         }
         QCOMPARE(hechos, 1);
-        const QVariant n = QStringLiteral("ABC-%1").arg(r);
         Conexion& cx = ts->conexion("INTERNOS");
-        QCOMPARE(
-            EsNumero(
-                cx.Abrir("select count(*) from caratula where upper(interno) = ?", {n}).Fields(0)),
-            1.0);
-        const double esperadas = orden == QStringLiteral("COPIA") ? lineas : 0;
-        QCOMPARE(
-            EsNumero(
-                cx.Abrir("select count(*) from subitems where upper(interno) = ?", {n}).Fields(0)),
-            esperadas);
+        if (orden == "TOMAR") {
+            QCOMPARE(
+                EsNull(cx.Abrir("select maquina from interno where interno = ?", {n}).Fields(0)),
+                maquinas[ganador]);
+        } else {
+            for (const char* t : {"caratula", "subitems"})
+                QCOMPARE(EsNumero(cx.Abrir(QStringLiteral("select count(*) from %1 where "
+                                                          "upper(interno) = ?")
+                                               .arg(t),
+                                           {n})
+                                      .Fields(0)),
+                         QString(t) == "caratula" ? 1.0
+                         : orden == "COPIA"       ? lineas
+                                                  : 0.0);
+        }
         ts->stores().CloseAllDataConnection();
     }
     for (QProcess& p : procesos) {
@@ -199,11 +212,8 @@ void TestOperacionesConcurrencia::mismoNumeroALaVez() {
 void TestOperacionesConcurrencia::matarEnMedio_data() {
     QTest::addColumn<int>("motor");
     QTest::addColumn<QString>("trabajo");
-    for (const char* t : {"copiar", "eliminar"}) {
-        QTest::addRow("sqlite %s", t) << static_cast<int>(Motor::SQLite) << QString::fromLatin1(t);
-        QTest::addRow("postgresql %s", t)
-            << static_cast<int>(Motor::PostgreSQL) << QString::fromLatin1(t);
-    }
+    FILA_MOTORES("copiar", "copiar");
+    FILA_MOTORES("eliminar", "eliminar");
 }
 
 // A copy or a deletion of a large Operation killed at a random moment: every time the
@@ -213,9 +223,10 @@ void TestOperacionesConcurrencia::matarEnMedio() {
     QFETCH(QString, trabajo);
     auto ts = Stores(motor);
     const int lineas = 4000;
+    const QStringList todas = FilasDeOperacionGrande(0).keys();
     const QMap<QString, int> entera = FilasDeOperacionGrande(lineas);
     OperacionGrande(ts->stores(), "ORIGEN", lineas);
-    QCOMPARE(FilasDe(ts->stores(), "ORIGEN", TodasLasTablas()), entera);
+    QCOMPARE(FilasDe(ts->stores(), "ORIGEN", todas), entera);
     const bool copiar = trabajo == QStringLiteral("copiar");
     // What the copy looks like when made, and what a deletion leaves (idrel, sysflag and coment
     // stay behind on purpose).
@@ -260,21 +271,20 @@ void TestOperacionesConcurrencia::matarEnMedio() {
     for (int r = 1; r <= 20; ++r) {
         const bool termino =
             correr(r, static_cast<qint64>(azar.bounded(static_cast<double>(duracion))), nullptr);
+        const QString ronda = QStringLiteral("ronda %1").arg(r);
         if (copiar) {
-            QCOMPARE(FilasDe(ts->stores(), "ORIGEN", TodasLasTablas()), entera);
+            QCOMPARE(FilasDe(ts->stores(), "ORIGEN", todas), entera);
             const QMap<QString, int> copia =
                 FilasDe(ts->stores(), QStringLiteral("C-%1").arg(r), TablasDeLaCopia());
             QMap<QString, int> vacia = copia;
             for (int& v : vacia)
                 v = 0;
-            QVERIFY2(copia == copiada || copia == vacia,
-                     qPrintable(QStringLiteral("ronda %1").arg(r)));
+            QVERIFY2(copia == copiada || copia == vacia, qPrintable(ronda));
             enteras += copia == copiada;
         } else {
             const QMap<QString, int> quedan =
-                FilasDe(ts->stores(), QStringLiteral("D-%1").arg(r), TodasLasTablas());
-            QVERIFY2(quedan == entera || quedan == borrada,
-                     qPrintable(QStringLiteral("ronda %1").arg(r)));
+                FilasDe(ts->stores(), QStringLiteral("D-%1").arg(r), todas);
+            QVERIFY2(quedan == entera || quedan == borrada, qPrintable(ronda));
             enteras += quedan == entera;
         }
         interrumpidas += !termino;
@@ -286,8 +296,8 @@ void TestOperacionesConcurrencia::matarEnMedio() {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
-    if (args.size() >= 3 && args.at(1) == QStringLiteral("--competidor"))
-        return Competidor(args.at(2));
+    if (args.size() >= 4 && args.at(1) == QStringLiteral("--competidor"))
+        return Competidor(args.at(2), args.at(3));
     if (args.size() >= 5 && args.at(1) == QStringLiteral("--trabajo"))
         return Trabajo(args.mid(2));
     TestOperacionesConcurrencia t;

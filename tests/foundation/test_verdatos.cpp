@@ -13,9 +13,6 @@ using namespace korven::test;
 
 namespace {
 
-const QStringList kSalidas = {"CmdTransMaria", "CmdBultos",   "cmdCertOrig",  "CmdPresupuesto",
-                              "CmdHojaVal",    "cmdExportar", "cmdExportINS", "cmdPrint"};
-
 // Packages of an export, all present.
 QVariantMap Bultos() {
     return {{"bulnro", "1-10"},
@@ -26,8 +23,7 @@ QVariantMap Bultos() {
 }
 
 QVariantMap Unir(QVariantMap a, const QVariantMap& b) {
-    for (auto i = b.cbegin(); i != b.cend(); ++i)
-        a.insert(i.key(), i.value());
+    a.insert(b);
     return a;
 }
 
@@ -179,10 +175,9 @@ void TestVerDatos::reglas() {
     EstadoDetalle e;
     QVERIFY(EstadoInterno(ts.ctx()).VerDatos("100", e));
     QVERIFY(ts.dialogos().registro().isEmpty());
-    QCOMPARE(e.textos.value("LbInterno"), QStringLiteral("100"));
-    QCOMPARE(e.textos.value("LbSubregimen"), subreg);
-    QCOMPARE(e.textos.value("LbItem"), QStringLiteral("2"));
-    QCOMPARE(e.textos.value("LbSubItem"), QString::number(lineas.size()));
+    QCOMPARE((QStringList{e.textos.value("LbInterno"), e.textos.value("LbSubregimen"),
+                          e.textos.value("LbItem"), e.textos.value("LbSubItem")}),
+             (QStringList{"100", subreg, "2", QString::number(lineas.size())}));
     QCOMPARE(e.textos.value("LbEstadoCaratula"), estados.at(0));
     QCOMPARE(e.caratulaCompleta, estados.at(0) == "COMPLETO!");
     const char* etiquetas[] = {"LbEstadoCaratula", "LbEstadoSubItem", "LbEstadoItem",
@@ -219,25 +214,22 @@ void TestVerDatos::sinCaratula() {
         QVERIFY2(!e.textos.contains(l), l);
     QCOMPARE(e.textos.value("LbEstadoCaratula"), QStringLiteral("INCOMPLETO"));
     QCOMPARE(e.cstaimpexp, QStringLiteral("N"));
-    QCOMPARE(e.habilitados.value("cmdITEM", true), false);
-    QCOMPARE(e.habilitados.value("CmdTransMaria", true), false);
+    QVERIFY(!e.habilitados.value("cmdITEM", true) && !e.habilitados.value("CmdTransMaria", true));
 
     // The labels of a header that exists.
-    Insertar(*ts, "INTERNOS", "caratula", Unir(CaratulaCompleta("100"), {{"idsubreg", "TG01"}}));
+    InsertarCaratula(*ts, "100", {{"idsubreg", "TG01"}});
     EstadoDetalle f;
     QVERIFY(EstadoInterno(ts->ctx()).VerDatos("100", f));
-    QCOMPARE(f.textos.value("LbAduana"), QStringLiteral("(001) BUENOS AIRES"));
-    QCOMPARE(f.textos.value("LbDespa"), QStringLiteral("Despachante Uno"));
-    QCOMPARE(f.textos.value("LbCliente"), QStringLiteral("Cliente Uno"));
-    QCOMPARE(f.tipoSubRegimen, QStringLiteral("T"));
-    QCOMPARE(f.cstaimpexp, QStringLiteral("I"));
+    QCOMPARE((QStringList{f.textos.value("LbAduana"), f.textos.value("LbDespa"),
+                          f.textos.value("LbCliente"), f.tipoSubRegimen, f.cstaimpexp}),
+             (QStringList{"(001) BUENOS AIRES", "Despachante Uno", "Cliente Uno", "T", "I"}));
 }
 
 // An error keeps what was written before it, and says where it happened.
 void TestVerDatos::errorDejaLoEscrito() {
     MOTOR_O_SALTAR();
     auto ts = StoresConMaestros(motor);
-    Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
+    InsertarCaratula(*ts, "100");
     ts->conexion("INTERNOS").Ejecutar("drop table groupsubitems");
     EstadoDetalle e;
     QVERIFY(!EstadoInterno(ts->ctx()).VerDatos("100", e));
@@ -245,19 +237,18 @@ void TestVerDatos::errorDejaLoEscrito() {
     QCOMPARE(m.size(), 1);
     QVERIFY2(m.at(0).contains(QStringLiteral(" - Seccion Verdatos::")), qPrintable(m.at(0)));
     QVERIFY2(m.at(0).contains(QStringLiteral("groupsubitems")), qPrintable(m.at(0)));
-    QCOMPARE(e.textos.value("LbSubregimen"), QStringLiteral("IC04"));
-    QCOMPARE(e.textos.value("LbCliente"), QStringLiteral("Cliente Uno"));
-    QCOMPARE(e.textos.value("LbItem"), QStringLiteral("0"));
-    QVERIFY(!e.textos.contains("LbSubItem"));
-    QVERIFY(!e.textos.contains("LbEstadoCaratula"));
+    QCOMPARE((QStringList{e.textos.value("LbSubregimen"), e.textos.value("LbCliente"),
+                          e.textos.value("LbItem")}),
+             (QStringList{"IC04", "Cliente Uno", "0"}));
+    QVERIFY(!e.textos.contains("LbSubItem") && !e.textos.contains("LbEstadoCaratula"));
     QVERIFY(!e.habilitados.contains("cmdITEM"));
 }
 
 void TestVerDatos::marcarCambiado() {
     MOTOR_O_SALTAR();
     auto ts = StoresConMaestros(motor);
-    Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("100"));
-    Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("200"));
+    InsertarCaratula(*ts, "100");
+    InsertarCaratula(*ts, "200");
     ts->settings().SaveSetting("KORVEN", "AEC", "100", "R");
     ts->settings().SaveSetting("KORVEN", "AEC", "200", "P");
     EstadoInterno estado(ts->ctx());
