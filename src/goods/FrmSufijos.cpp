@@ -7,6 +7,7 @@
 #include "platform/ui/AnchoColumnas.h"
 #include "ui_FrmSufijos.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 
 namespace korven {
@@ -32,6 +33,10 @@ FrmSufijos::FrmSufijos(AppContext& ctx, const QVariantMap& args, QWidget* padre)
     for (QWidget* w : {static_cast<QWidget*>(ui->Tabs), static_cast<QWidget*>(ui->Grid),
                        static_cast<QWidget*>(ui->Grid2)})
         w->installEventFilter(this);
+    ui->Grid->setWordWrap(false);
+    for (QTableWidget* g : {ui->Grid, ui->Grid2})
+        g->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    connect(ui->Tabs, &QTabWidget::currentChanged, this, [this] { AnchoGrid(); });
     Cargar(args.value(QStringLiteral("posicion")).toString());
     ui->Grid2->setFocus();
 }
@@ -76,7 +81,8 @@ void FrmSufijos::Cargar(const QString& posicion) {
 
 void FrmSufijos::AnchoGrid() {
     // The three columns keep the proportion 1300 : 3900 : 1000.
-    const int ancho = ui->Grid->viewport()->width();
+    const int ancho =
+        ui->Grid->viewport()->width() > 0 ? ui->Grid->viewport()->width() : ui->Tabs->width() - 40;
     ui->Grid->setColumnWidth(0, ancho * 1300 / 6200);
     ui->Grid->setColumnWidth(1, ancho * 3900 / 6200);
     ui->Grid->setColumnWidth(2, ancho - ancho * 1300 / 6200 - ancho * 3900 / 6200);
@@ -93,6 +99,8 @@ void FrmSufijos::showEvent(QShowEvent* evento) {
 }
 
 bool FrmSufijos::eventFilter(QObject* objeto, QEvent* evento) {
+    if (objeto == ui->Grid && evento->type() == QEvent::Resize)
+        AnchoGrid();
     if (evento->type() == QEvent::KeyPress) {
         auto* k = static_cast<QKeyEvent*>(evento);
         if (k->key() == Qt::Key_C && k->modifiers() == Qt::ControlModifier) {
