@@ -16,16 +16,26 @@
 
 namespace korven::test {
 
-// Keeps "prompt|title|maximum|default" of every input box it answers.
+// Keeps every step of a dialogue in order: "!" and the text of a message, "?" and the text of a
+// question, "prompt|title|maximum|default" of an input box (a list screen of the test may add
+// its own steps).
 class DialogosGrabados : public ScriptedDialogs {
 public:
+    void Mensaje(const QString& texto, const QString& titulo, Icono icono) override {
+        pasos << "!" + texto;
+        ScriptedDialogs::Mensaje(texto, titulo, icono);
+    }
+    bool Pregunta(const QString& texto, const QString& titulo, Icono icono) override {
+        pasos << "?" + texto;
+        return ScriptedDialogs::Pregunta(texto, titulo, icono);
+    }
     std::optional<QString> PedirTexto(const QString& pregunta, const QString& titulo,
                                       int largoMaximo, const QString& porDefecto) override {
-        pedidos
+        pasos
             << QStringLiteral("%1|%2|%3|%4").arg(pregunta, titulo).arg(largoMaximo).arg(porDefecto);
         return ScriptedDialogs::PedirTexto(pregunta, titulo, largoMaximo, porDefecto);
     }
-    QStringList pedidos;
+    QStringList pasos;
 };
 
 // One set of stores per engine available to the run, with the reference data loaded.

@@ -22,32 +22,19 @@ using namespace korven::test;
 
 namespace {
 
-QStringList Filas(QTreeWidget* l) {
+// The rows of a list or grid, their cells joined by "|" without the empty ones at the end, and
+// "*" in front of a row in the colour of the position itself.
+QStringList Filas(QAbstractItemView* vista) {
+    const QAbstractItemModel* m = vista->model();
     QStringList r;
-    for (int i = 0; i < l->topLevelItemCount(); ++i)
-        r << l->topLevelItem(i)->text(0) + " | " + l->topLevelItem(i)->text(1);
-    return r;
-}
-
-QStringList Filas(QListWidget* l) {
-    QStringList r;
-    for (int i = 0; i < l->count(); ++i)
-        r << l->item(i)->text();
-    return r;
-}
-
-// The rows of a grid, "a|b|c", with "*" in front of those in the position's colour.
-QStringList Filas(QTableWidget* g) {
-    QStringList r;
-    for (int i = 0; i < g->rowCount(); ++i) {
+    for (int i = 0; i < m->rowCount(); ++i) {
         QStringList c;
-        for (int j = 0; j < g->columnCount(); ++j)
-            c << (g->item(i, j) ? g->item(i, j)->text() : QString());
+        for (int j = 0; j < m->columnCount(); ++j)
+            c << m->index(i, j).data().toString();
         while (!c.isEmpty() && c.last().isEmpty())
             c.removeLast();
-        const bool verde =
-            g->item(i, 0) && g->item(i, 0)->background().color() == QColor(214, 237, 214);
-        r << (verde ? "*" : "") + c.join('|');
+        const QVariant fondo = m->index(i, 0).data(Qt::BackgroundRole);
+        r << (fondo.value<QBrush>().color() == QColor(214, 237, 214) ? "*" : "") + c.join('|');
     }
     return r;
 }
@@ -91,9 +78,8 @@ void TestPantallasNomenclador::consultas() {
     // "8703,23" looks for 8703%23%.
     Escribir(QStringLiteral("8703,23"));
     Tecla(Qt::Key_Return);
-    QCOMPARE(Filas(lista),
-             (QStringList{"8703.23.10.100Y | " + kCilindrada + " - - LOS DEMÁS, NUEVOS",
-                          "8703.23.10.900I | " + kCilindrada + " - - LOS DEMÁS"}));
+    QCOMPARE(Filas(lista), (QStringList{"8703.23.10.100Y|" + kCilindrada + " - - LOS DEMÁS, NUEVOS",
+                                        "8703.23.10.900I|" + kCilindrada + " - - LOS DEMÁS"}));
     QCOMPARE(NombreFoco(), QStringLiteral("LstResult"));
 
     // Enter on a row shows its details.
@@ -112,9 +98,9 @@ void TestPantallasNomenclador::consultas() {
     Control<QLineEdit>(&f, "TxtDescripcion")->setText(QStringLiteral("diésel de cilindrada"));
     Tecla(Qt::Key_Return);
     QCOMPARE(Filas(lista),
-             (QStringList{"8703.32.10.100X | AUTOMÓVILES DIÉSEL DE CILINDRADA ENTRE 1500 Y 2500 "
+             (QStringList{"8703.32.10.100X|AUTOMÓVILES DIÉSEL DE CILINDRADA ENTRE 1500 Y 2500 "
                           "CM3 -- LOS DEMÁS, NUEVOS",
-                          "8703.32.10.900H | AUTOMÓVILES DIÉSEL DE CILINDRADA ENTRE 1500 Y 2500 "
+                          "8703.32.10.900H|AUTOMÓVILES DIÉSEL DE CILINDRADA ENTRE 1500 Y 2500 "
                           "CM3 -- LOS DEMÁS"}));
     Control<QLineEdit>(&f, "TxtDescripcion")->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
