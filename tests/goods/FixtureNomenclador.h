@@ -68,6 +68,13 @@ struct Contexto {
     AppContext ctx;
 };
 
+// The stores of the row's engine ("motor"), or a skip when the engine is not available.
+#define BASES_O_SALTAR(ts)                                                                         \
+    QFETCH(int, motor);                                                                            \
+    TestStores* ts = bases_.Para(static_cast<Motor>(motor));                                       \
+    if (!ts)                                                                                       \
+        QSKIP("PostgreSQL no está disponible en esta corrida");
+
 // Adds the engine to the name of a data row: "<name> / sqlite".
 inline QByteArray ConMotor(const QString& nombre, Motor motor) {
     return (nombre + (motor == Motor::SQLite ? QStringLiteral(" / sqlite")

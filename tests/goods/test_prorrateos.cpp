@@ -219,15 +219,6 @@ void TestProrrateos::elegir() {
         QVERIFY(!f.isVisible());
         QCOMPARE(f.property("Respuesta").toString(), QString());
     }
-    {
-        // An Operation with no codes: Enter chooses nothing.
-        FrmLstProrrateo f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("P-9")}});
-        Mostrar(f);
-        Tecla(Qt::Key_Return);
-        QVERIFY(f.isVisible());
-        Tecla(Qt::Key_Escape);
-        QCOMPARE(f.property("Respuesta").toString(), QString());
-    }
 }
 
 void TestProrrateos::desdeLaCaratula() {

@@ -170,12 +170,6 @@ void FilasDeCasos() {
             QTest::newRow(ConMotor(casos[i].nombre, m).constData()) << static_cast<int>(m) << i;
 }
 
-#define STORES_O_SALTAR(ts)                                                                        \
-    QFETCH(int, motor);                                                                            \
-    TestStores* ts = bases_.Para(static_cast<Motor>(motor));                                       \
-    if (!ts)                                                                                       \
-        QSKIP("PostgreSQL no está disponible en esta corrida");
-
 } // namespace
 
 class TestSufijos : public QObject {
@@ -195,7 +189,7 @@ private:
 };
 
 void TestSufijos::verificar() {
-    STORES_O_SALTAR(ts);
+    BASES_O_SALTAR(ts);
     QFETCH(int, caso);
     const Caso k = Casos()[caso];
     SeparadorDecimalScope sep(k.separador);
@@ -262,7 +256,7 @@ void TestSufijos::actuSufijos_data() {
 }
 
 void TestSufijos::actuSufijos() {
-    STORES_O_SALTAR(ts);
+    BASES_O_SALTAR(ts);
     QFETCH(QString, posicion);
     QFETCH(QString, viejos);
     QFETCH(QString, esperado);
@@ -314,7 +308,7 @@ void TestSufijos::validador_data() {
 }
 
 void TestSufijos::validador() {
-    STORES_O_SALTAR(ts);
+    BASES_O_SALTAR(ts);
     QFETCH(QString, ncm);
     QFETCH(QString, sufijos);
     QFETCH(int, resultado);
