@@ -9,6 +9,8 @@
 #include "schema/Esquema.h"
 #include "support/TestStores.h"
 
+#include <QAbstractItemView>
+#include <QBrush>
 #include <QStringList>
 #include <QTest>
 #include <map>
@@ -80,6 +82,23 @@ inline QByteArray ConMotor(const QString& nombre, Motor motor) {
     return (nombre + (motor == Motor::SQLite ? QStringLiteral(" / sqlite")
                                              : QStringLiteral(" / postgresql")))
         .toUtf8();
+}
+
+// The rows of a list or grid, their cells joined by "|" without the empty ones at the end, and
+// "*" in front of a row in the colour of the position itself.
+QStringList Filas(QAbstractItemView* vista) {
+    const QAbstractItemModel* m = vista->model();
+    QStringList r;
+    for (int i = 0; i < m->rowCount(); ++i) {
+        QStringList c;
+        for (int j = 0; j < m->columnCount(); ++j)
+            c << m->index(i, j).data().toString();
+        while (!c.isEmpty() && c.last().isEmpty())
+            c.removeLast();
+        const QVariant fondo = m->index(i, 0).data(Qt::BackgroundRole);
+        r << (fondo.value<QBrush>().color() == QColor(214, 237, 214) ? "*" : "") + c.join('|');
+    }
+    return r;
 }
 
 } // namespace korven::test

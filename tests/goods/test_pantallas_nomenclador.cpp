@@ -22,23 +22,6 @@ using namespace korven::test;
 
 namespace {
 
-// The rows of a list or grid, their cells joined by "|" without the empty ones at the end, and
-// "*" in front of a row in the colour of the position itself.
-QStringList Filas(QAbstractItemView* vista) {
-    const QAbstractItemModel* m = vista->model();
-    QStringList r;
-    for (int i = 0; i < m->rowCount(); ++i) {
-        QStringList c;
-        for (int j = 0; j < m->columnCount(); ++j)
-            c << m->index(i, j).data().toString();
-        while (!c.isEmpty() && c.last().isEmpty())
-            c.removeLast();
-        const QVariant fondo = m->index(i, 0).data(Qt::BackgroundRole);
-        r << (fondo.value<QBrush>().color() == QColor(214, 237, 214) ? "*" : "") + c.join('|');
-    }
-    return r;
-}
-
 // The answer of the position picker as "key=value;..." in the order of the keys.
 QString Respuesta(const QWidget& f) {
     QStringList l;

@@ -1,6 +1,7 @@
 // The proration codes of an Operation: the maintenance screen and the picker, driven from the
 // keyboard on both engines and under both decimal separators, and the header's button.
 
+#include "FixtureNomenclador.h"
 #include "goods/FrmABMProrrateos.h"
 #include "goods/FrmLstProrrateo.h"
 #include "goods/PantallasNomenclador.h"
@@ -46,15 +47,6 @@ QStringList Filas(TestStores& ts, const QString& interno) {
     return l;
 }
 
-QStringList Lista(QWidget* f) {
-    auto* l = Control<QTreeWidget>(f, "LstProrrateo");
-    QStringList r;
-    for (int i = 0; i < l->topLevelItemCount(); ++i)
-        r << l->topLevelItem(i)->text(0) + "|" + l->topLevelItem(i)->text(1) + "|" +
-                 l->topLevelItem(i)->text(2);
-    return r;
-}
-
 void Campo(const char* nombre, QWidget* f, const QString& texto) {
     Control<QLineEdit>(f, nombre)->setFocus();
     Tecla(Qt::Key_A, Qt::ControlModifier);
@@ -69,12 +61,7 @@ void FilasMotorSeparador() {
     QTest::addColumn<QString>("separador");
     for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
         for (const char* s : {",", "."})
-            QTest::newRow(
-                QStringLiteral("%1 %2")
-                    .arg(m == Motor::SQLite ? "sqlite" : "postgresql", QString::fromLatin1(s))
-                    .toUtf8()
-                    .constData())
-                << static_cast<int>(m) << QString::fromLatin1(s);
+            QTest::newRow(ConMotor(s, m).constData()) << static_cast<int>(m) << QString(s);
 }
 
 } // namespace
@@ -101,7 +88,8 @@ void TestProrrateos::agregarYEliminar() {
     ts.ctx().TotalProrrateo = -1;
     FrmABMProrrateos f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("P-1")}});
     Mostrar(f);
-    QCOMPARE(Lista(&f), QStringList{"A|GASTOS|" + n("100.00")});
+    QCOMPARE(Filas(Control<QTreeWidget>(&f, "LstProrrateo")),
+             QStringList{"A|GASTOS|" + n("100.00")});
     QCOMPARE(Control<QLabel>(&f, "lbEstado")->text(), kNavegar);
     QVERIFY(!Control<QGroupBox>(&f, "FramDatos")->isEnabled());
     QCOMPARE(NombreFoco(), QStringLiteral("LstProrrateo"));
@@ -150,8 +138,9 @@ void TestProrrateos::agregarYEliminar() {
     Tecla(Qt::Key_F11);
     QCOMPARE(ts.dialogos().mensajes().size(), esperados.size());
     QCOMPARE(Filas(ts, "P-1"), (QStringList{"A|GASTOS|100.00", "B|O'HIGGINS|1234.50", "C||0.25"}));
-    QCOMPARE(Lista(&f), (QStringList{"A|GASTOS|" + n("100.00"), "B|O'HIGGINS|" + n("1234.50"),
-                                     "C||" + n("00.25")}));
+    QCOMPARE(Filas(Control<QTreeWidget>(&f, "LstProrrateo")),
+             (QStringList{"A|GASTOS|" + n("100.00"), "B|O'HIGGINS|" + n("1234.50"),
+                          "C||" + n("00.25")}));
     GuardarPantallazo(QStringLiteral("FrmABMProrrateos"), &f);
 
     // Esc goes back to browsing without closing and without the total.
@@ -165,7 +154,7 @@ void TestProrrateos::agregarYEliminar() {
     Tecla(Qt::Key_Delete);
     QCOMPARE(Filas(ts, "P-1"), (QStringList{"A|GASTOS|100.00", "C||0.25"}));
     QCOMPARE(Filas(ts, "P-2"), QStringList{"C|OTRA|5.00"});
-    QCOMPARE(Lista(&f).size(), 2);
+    QCOMPARE(Filas(Control<QTreeWidget>(&f, "LstProrrateo")).size(), 2);
     Tecla(Qt::Key_Escape);
     QVERIFY(!f.isVisible());
     QCOMPARE(ts.ctx().TotalProrrateo, 100.25);
@@ -203,7 +192,7 @@ void TestProrrateos::elegir() {
         FrmLstProrrateo f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("P-1")}});
         Mostrar(f);
         QCOMPARE(f.windowTitle(), QStringLiteral("Codigos Prorrateo"));
-        QCOMPARE(Lista(&f),
+        QCOMPARE(Filas(Control<QTreeWidget>(&f, "LstProrrateo")),
                  (QStringList{"A|GASTOS|" + QStringLiteral("100.00").replace('.', separador),
                               "B|FLETE|" + QStringLiteral("02.50").replace('.', separador)}));
         GuardarPantallazo(QStringLiteral("FrmLstProrrateo"), &f);
