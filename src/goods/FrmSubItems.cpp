@@ -65,9 +65,9 @@ QString Seccion(const char* rutina) {
            QStringLiteral(" en Formulario FrmSubItems :: ");
 }
 
-const char* const kUltimos[] = {"cboBiendeUso",  "TxtCodProrrateo", "TxtFiller",
-                                "TxtCodigoEAN",  "txtCertOrig",     "TxtInsumCons",
-                                "TxtKgBruto",    "TxtFobTotal",     "TxtValorsobreestadistica",
+const char* const kUltimos[] = {"cboBiendeUso", "TxtCodProrrateo", "TxtFiller",
+                                "TxtCodigoEAN", "txtCertOrig",     "TxtInsumCons",
+                                "TxtKgBruto",   "TxtFobTotal",     "TxtValorsobreestadistica",
                                 "TxtNroSubitem"};
 
 } // namespace
@@ -82,10 +82,9 @@ FrmSubItems::FrmSubItems(AppContext& ctx, const QVariantMap& args, QWidget* padr
         ClCntrl::Vincular(ctx_, t);
         t->installEventFilter(this);
     }
-    for (QWidget* w : {static_cast<QWidget*>(ui->cboBiendeUso),
-                       static_cast<QWidget*>(ui->LstArticulos),
-                       static_cast<QWidget*>(ui->opFobTotal),
-                       static_cast<QWidget*>(ui->opFobUnitario)})
+    for (QWidget* w :
+         {static_cast<QWidget*>(ui->cboBiendeUso), static_cast<QWidget*>(ui->LstArticulos),
+          static_cast<QWidget*>(ui->opFobTotal), static_cast<QWidget*>(ui->opFobUnitario)})
         w->installEventFilter(this);
     for (QPushButton* b : findChildren<QPushButton*>()) {
         b->setAutoDefault(false);
@@ -104,9 +103,9 @@ FrmSubItems::FrmSubItems(AppContext& ctx, const QVariantMap& args, QWidget* padr
     for (QWidget* w : {static_cast<QWidget*>(ui->lbPais), static_cast<QWidget*>(ui->TxtIdpais),
                        static_cast<QWidget*>(ui->TxtdescPais)})
         w->setVisible(flag(2));
-    for (QWidget* w : {static_cast<QWidget*>(ui->lbEstadoMerc),
-                       static_cast<QWidget*>(ui->TxtIdEstadoMercaderia),
-                       static_cast<QWidget*>(ui->TxtDescMercaderia)})
+    for (QWidget* w :
+         {static_cast<QWidget*>(ui->lbEstadoMerc), static_cast<QWidget*>(ui->TxtIdEstadoMercaderia),
+          static_cast<QWidget*>(ui->TxtDescMercaderia)})
         w->setVisible(flag(3));
     ui->lbCodProrrateo->setVisible(flag(4));
     ui->TxtCodProrrateo->setVisible(flag(4));
@@ -148,7 +147,8 @@ FrmSubItems::FrmSubItems(AppContext& ctx, const QVariantMap& args, QWidget* padr
         ui->txtIdArticulo->setEnabled(hay);
         ui->TxtDescArticulos->setEnabled(hay);
     });
-    connect(ui->opFobTotal, &QRadioButton::clicked, this, [this] { ActualizarOpciones(false, true); });
+    connect(ui->opFobTotal, &QRadioButton::clicked, this,
+            [this] { ActualizarOpciones(false, true); });
     connect(ui->opFobUnitario, &QRadioButton::clicked, this,
             [this] { ActualizarOpciones(true, true); });
     connect(ui->cmdModificar, &QPushButton::clicked, this, [this] { cmdModificar(); });
@@ -182,9 +182,8 @@ FrmSubItems::FrmSubItems(AppContext& ctx, const QVariantMap& args, QWidget* padr
     ui->LbDeresp->setVisible(false);
     ctx_.SufijosDeArticulo = false;
     if (ctx_.config().SbtFuncionCargaPor) {
-        const QString por = ctx_.settings().GetSetting(QStringLiteral("KORVEN"),
-                                                       QStringLiteral("FLAGS"),
-                                                       QStringLiteral("CARGASBTPOR"));
+        const QString por = ctx_.settings().GetSetting(
+            QStringLiteral("KORVEN"), QStringLiteral("FLAGS"), QStringLiteral("CARGASBTPOR"));
         ActualizarOpciones(por == QStringLiteral("U"), false);
     } else {
         ui->opFobTotal->setVisible(false);
@@ -208,11 +207,10 @@ FrmSubItems::FrmSubItems(AppContext& ctx, const QVariantMap& args, QWidget* padr
         const CaratulaSubItems c = SubItemsDatos(ctx_).Caratula(interno_);
         fobCaratula_ = c.fobdivisas;
         ui->LbTotal->setText(Formato(c.fobdivisas, QStringLiteral("00.00")));
-        for (QWidget* w : {static_cast<QWidget*>(ui->lbONCCA),
-                           static_cast<QWidget*>(ui->lbONCCACategoria),
-                           static_cast<QWidget*>(ui->lbONCCACorte),
-                           static_cast<QWidget*>(ui->txtONCCACategoria),
-                           static_cast<QWidget*>(ui->txtONCCACorte)})
+        for (QWidget* w :
+             {static_cast<QWidget*>(ui->lbONCCA), static_cast<QWidget*>(ui->lbONCCACategoria),
+              static_cast<QWidget*>(ui->lbONCCACorte), static_cast<QWidget*>(ui->txtONCCACategoria),
+              static_cast<QWidget*>(ui->txtONCCACorte)})
             w->setVisible(c.oncca);
         admiteEAN_ = c.admiteEAN;
         MostrarTotales();
@@ -271,14 +269,14 @@ void FrmSubItems::CrearMenu() {
                                    "Mostrar Todo"};
     for (int i = 0; i < 11; ++i) {
         const int filtro = i == 10 ? 0 : i + 1;
-        accion(filtros, QString::fromUtf8(nombres[i]),
-               QStringLiteral("mnuFiltro%1").arg(filtro), [this, filtro] { Filtrar(filtro); });
+        accion(filtros, QString::fromUtf8(nombres[i]), QStringLiteral("mnuFiltro%1").arg(filtro),
+               [this, filtro] { Filtrar(filtro); });
     }
     QMenu* reportes = grupo(QStringLiteral("Reportes"), "mnuReportes");
     accion(reportes, QStringLiteral("Archivo (Detallado)"), QStringLiteral("mnuReporteArchivo"),
            [this] { GenerarReportes(true); });
-    accion(reportes, QStringLiteral("Impresora (Resumido)"),
-           QStringLiteral("mnuReporteImpresora"), [this] { GenerarReportes(false); });
+    accion(reportes, QStringLiteral("Impresora (Resumido)"), QStringLiteral("mnuReporteImpresora"),
+           [this] { GenerarReportes(false); });
     grupo(QStringLiteral("Estadisticas"), "mnuEstadisticas");
     QMenu* util = grupo(QStringLiteral("Utilidades"), "mnuUtilidades");
     const char* const utilidades[] = {"Establecer Kilos en cero", "Vaciar Pais Origen",
@@ -686,11 +684,11 @@ void FrmSubItems::BuscarArticuloSobreCat(bool lista) {
         PickLists pl(ctx_);
         const bool mantener = ctx_.config().SbtMantDatos;
         if (!mantener)
-            for (QLineEdit* t : {ui->TxtPosicion, ui->TxtUnidad, ui->TxtCantidad, ui->TxtUnitario,
-                                 ui->TxtValorsobreestadistica, ui->txtSufijos, ui->TxtIdpais,
-                                 ui->txtIdPaisProc, ui->TxtIdEstadoMercaderia, ui->TxtInsumosTemp,
-                                 ui->TxtInsumCons, ui->TxtCanelaciones, ui->TxtCancCantidad,
-                                 ui->txtNroItem, ui->TxtNroSubitem})
+            for (QLineEdit* t :
+                 {ui->TxtPosicion, ui->TxtUnidad, ui->TxtCantidad, ui->TxtUnitario,
+                  ui->TxtValorsobreestadistica, ui->txtSufijos, ui->TxtIdpais, ui->txtIdPaisProc,
+                  ui->TxtIdEstadoMercaderia, ui->TxtInsumosTemp, ui->TxtInsumCons,
+                  ui->TxtCanelaciones, ui->TxtCancCantidad, ui->txtNroItem, ui->TxtNroSubitem})
                 t->clear();
         ui->txtIdArticulo->setText(a->idArticulo);
         ui->TxtDescArticulos->setText(a->descripcion);
@@ -730,9 +728,8 @@ void FrmSubItems::BuscarArticuloSobreCat(bool lista) {
 bool FrmSubItems::Enter(QLineEdit* campo) {
     if (campo == ui->TxtPosicion) {
         const int n = static_cast<int>(campo->text().size());
-        const bool directa =
-            (n == 15 || n == 14) ||
-            (!campo->text().contains(QLatin1Char('.')) && (n == 12 || n == 11));
+        const bool directa = (n == 15 || n == 14) ||
+                             (!campo->text().contains(QLatin1Char('.')) && (n == 12 || n == 11));
         Posicion();
         if (!directa)
             return true;
@@ -775,10 +772,10 @@ void FrmSubItems::Listar(QLineEdit* campo) {
             }
         } else if (campo == ui->TxtIdpais || campo == ui->txtIdPaisProc ||
                    campo == ui->TxtIdEstadoMercaderia) {
-            const QString lista = campo == ui->TxtIdEstadoMercaderia
-                                      ? QStringLiteral("ESTADOMERCADERIA")
-                                      : campo->property("Tag").toString().mid(3).section(
-                                            QLatin1Char('#'), 0, 0);
+            const QString lista =
+                campo == ui->TxtIdEstadoMercaderia
+                    ? QStringLiteral("ESTADOMERCADERIA")
+                    : campo->property("Tag").toString().mid(3).section(QLatin1Char('#'), 0, 0);
             const QString c = PickLists(ctx_).getListado(lista);
             if (!c.isEmpty()) {
                 campo->setText(c);
@@ -917,7 +914,7 @@ void FrmSubItems::Grabar(int modoSufijos) {
             if (!ctx_.config().SbtMantDatos)
                 LimpiarCampos();
             (CatalogoVisible() && ui->txtIdArticulo->isEnabled() ? ui->txtIdArticulo
-                                                                  : ui->TxtPosicion)
+                                                                 : ui->TxtPosicion)
                 ->setFocus();
         } else {
             LimpiarCampos();
@@ -938,8 +935,9 @@ void FrmSubItems::LimpiarCampos() {
         const QString n = t->objectName().toUpper();
         if (n == QStringLiteral("TXTIDCATALOGO"))
             continue;
-        if (codart && (n == QStringLiteral("TXTCATALOGO") || n == QStringLiteral("TXTDESCCATALOGO") ||
-                       n == QStringLiteral("TXTIDARTICULO")))
+        if (codart &&
+            (n == QStringLiteral("TXTCATALOGO") || n == QStringLiteral("TXTDESCCATALOGO") ||
+             n == QStringLiteral("TXTIDARTICULO")))
             continue;
         t->clear();
     }
@@ -979,9 +977,9 @@ void FrmSubItems::SalirModificar() {
     porF9_ = false;
     idEnMano_ = 0;
     LimpiarCampos();
-    for (QWidget* w : {static_cast<QWidget*>(ui->LbLapi), static_cast<QWidget*>(ui->LbREINT),
-                       static_cast<QWidget*>(ui->lbSegElect),
-                       static_cast<QWidget*>(ui->lbProhibicion)})
+    for (QWidget* w :
+         {static_cast<QWidget*>(ui->LbLapi), static_cast<QWidget*>(ui->LbREINT),
+          static_cast<QWidget*>(ui->lbSegElect), static_cast<QWidget*>(ui->lbProhibicion)})
         w->setVisible(false);
     ui->LbDerEspDesc->clear();
     ui->cmdModificar->setText(QStringLiteral("[F9] - Modificar SubItems"));
@@ -1089,8 +1087,8 @@ void FrmSubItems::BuscarSubItem(long long id) {
     ui->TxtIdCatalogo->setReadOnly(ins);
     ui->txtIdArticulo->setReadOnly(ins);
     if (l->idCatalogo.trimmed().isEmpty() && l->idArticulo.trimmed().isEmpty())
-        for (QLineEdit* t : {ui->TxtUnidad, ui->TxtCantidad, ui->TxtIdCatalogo,
-                             ui->txtIdArticulo, ui->TxtDescArticulos})
+        for (QLineEdit* t : {ui->TxtUnidad, ui->TxtCantidad, ui->TxtIdCatalogo, ui->txtIdArticulo,
+                             ui->TxtDescArticulos})
             t->setEnabled(false);
     if (ui->TxtUnidad->text() == ui->LbCodigoEstadistica->text())
         ui->TxtValorsobreestadistica->setEnabled(false);

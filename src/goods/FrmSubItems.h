@@ -96,13 +96,13 @@ private:
     ListaSubItems lista_;
     ModeloSubItems* modelo_ = nullptr;
     QToolBar* TMenuSub = nullptr;
-    int modo_ = 1;            // 1 adding, 2 modifying
-    bool porF9_ = false;      // modify was entered by F9
-    bool grabando_ = false;   // a save is running
-    bool teclaSube_ = false;  // the last key was Up or F9
+    int modo_ = 1;           // 1 adding, 2 modifying
+    bool porF9_ = false;     // modify was entered by F9
+    bool grabando_ = false;  // a save is running
+    bool teclaSube_ = false; // the last key was Up or F9
     bool cargando_ = false;
-    long long idEnMano_ = 0;  // the line being modified
-    int ultimoTab_ = -1;      // place of the last field in the tab order
+    long long idEnMano_ = 0; // the line being modified
+    int ultimoTab_ = -1;     // place of the last field in the tab order
     bool admiteEAN_ = false;
     bool deInsumos_ = false;
     double fobCaratula_ = 0;

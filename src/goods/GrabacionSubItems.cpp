@@ -56,8 +56,8 @@ static std::optional<Alto> ChequeosUnidades(AppContext& ctx, const LineaSubItem&
                     QStringLiteral("TxtPosicion")};
     const std::optional<UnidadesNcm> u = SubItemsDatos(ctx).Unidades(l.posicion);
     if (u) {
-        const QString segunda =
-            QStringLiteral("Para refrescar las unidades del ncm presione ENTER en el campo posición");
+        const QString segunda = QStringLiteral(
+            "Para refrescar las unidades del ncm presione ENTER en el campo posición");
         if (u->estadistica != codEst)
             return Alto{QStringLiteral("Error en Codigo de Estadistica debe ser [ ") +
                             u->estadistica + QStringLiteral(" ]"),
@@ -151,8 +151,8 @@ static bool Sufijar(AppContext& ctx, Dialogos& dialogos, int modo, LineaSubItem&
         valor.replace(QLatin1Char('('), QLatin1Char(' '))
             .replace(QLatin1Char(')'), QLatin1Char(' '))
             .replace(QLatin1Char('-'), QLatin1Char(' '));
-        const QString r =
-            Sufijos::Reemplazarsufijos(l.sufijos, QStringLiteral("AI"), Sufijos::LimpiarValor(valor));
+        const QString r = Sufijos::Reemplazarsufijos(l.sufijos, QStringLiteral("AI"),
+                                                     Sufijos::LimpiarValor(valor));
         if (!r.isEmpty())
             l.sufijos = r;
     }
@@ -206,12 +206,9 @@ static void ValoresCriterio(AppContext& ctx, const LineaSubItem& l) {
 
 // Marks the Operation changed: the assembly must run again and the AEC choice is asked anew.
 static void MarcarCambio(AppContext& ctx, const QString& interno) {
-    ctx.stores()
-        .getDataConnectionByEntity(kInternos)
-        .Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ?"),
-                  {interno});
-    ctx.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno,
-                               QString());
+    ctx.stores().getDataConnectionByEntity(kInternos).Ejecutar(
+        QStringLiteral("update caratula set factura8 = 'S' where interno = ?"), {interno});
+    ctx.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno, QString());
 }
 
 static QStringList Entidades(const AppContext& ctx, const LineaSubItem& l) {
@@ -238,7 +235,8 @@ static bool VincularInsumo(AppContext& ctx, const QString& interno_, const Linea
                     {EsNumero(link->property("CIFDescontado")), interno_, id});
         return true;
     }
-    cn.Ejecutar(QStringLiteral("delete from subitems where interno = ? and id = ?"), {interno_, id});
+    cn.Ejecutar(QStringLiteral("delete from subitems where interno = ? and id = ?"),
+                {interno_, id});
     return false;
 }
 
@@ -263,9 +261,10 @@ ResultadoSubItem GrabacionSubItems::GrabarSubItems(int modoSufijos, LineaSubItem
         if (auto a = ChequeoKilos(linea))
             return parar(*a);
         paso = 6;
-        linea.valorEstadistica = Numero(linea.valorEstadistica)
-                                     ? Formato(Valor(linea.valorEstadistica), QStringLiteral("00.00"))
-                                     : QStringLiteral("0");
+        linea.valorEstadistica =
+            Numero(linea.valorEstadistica)
+                ? Formato(Valor(linea.valorEstadistica), QStringLiteral("00.00"))
+                : QStringLiteral("0");
         paso = 7;
         if (auto a = ChequeoCantidades(linea))
             return parar(*a);
@@ -306,8 +305,8 @@ ResultadoSubItem GrabacionSubItems::GrabarSubItems(int modoSufijos, LineaSubItem
         tx.Confirmar();
         r.grabado = true;
         r.id = id;
-        r.foco = linea.catalogoVisible ? QStringLiteral("txtIdArticulo")
-                                       : QStringLiteral("TxtPosicion");
+        r.foco =
+            linea.catalogoVisible ? QStringLiteral("txtIdArticulo") : QStringLiteral("TxtPosicion");
     } catch (const KorvenError& e) {
         dialogos_.Mensaje(QString::number(e.numero()) + QStringLiteral(" / ") + e.descripcion() +
                               QStringLiteral(" - seccion [KORVEN.Global.GrabarSubItems]::") +
@@ -337,11 +336,11 @@ ResultadoSubItem GrabacionSubItems::ModificarSubItems(int modoSufijos, LineaSubI
         posicion.replace(QLatin1Char(','), QLatin1Char('.'));
         const std::optional<UnidadesNcm> u = SubItemsDatos(ctx_).Unidades(posicion, true);
         if (!u)
-            return parar({QStringLiteral("No se encontro la posición ") + posicion, Icono::Critico,
-                          {}});
+            return parar(
+                {QStringLiteral("No se encontro la posición ") + posicion, Icono::Critico, {}});
         if (u->estadistica.isEmpty())
-            return parar({QStringLiteral("Error: no hay unidad estadistica"), Icono::Exclamacion,
-                          {}});
+            return parar(
+                {QStringLiteral("Error: no hay unidad estadistica"), Icono::Exclamacion, {}});
         paso = 2;
         if (auto a = ChequeosUnidades(ctx_, linea))
             return parar(*a);

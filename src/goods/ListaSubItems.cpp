@@ -21,8 +21,8 @@ QString Seccion(const char* rutina) {
 }
 
 // The column a list column is ordered by.
-const char* const kOrden[] = {"id", "ncm", "idunidad", "cantidad", "preciounitario",
-                              "fob", "id", "idarticulo"};
+const char* const kOrden[] = {"id",  "ncm", "idunidad",  "cantidad", "preciounitario",
+                              "fob", "id",  "idarticulo"};
 
 } // namespace
 
@@ -95,8 +95,8 @@ std::vector<ListaSubItems::Fila> ListaSubItems::LeerFilas(int desde, int cuantas
     const QString donde = Donde(&v);
     QString orden;
     if (columna_ < 0 || columna_ >= Columnas) {
-        orden = ctx_.config().SbtMostrarAsc ? QStringLiteral("a.id asc")
-                                            : QStringLiteral("a.id desc");
+        orden =
+            ctx_.config().SbtMostrarAsc ? QStringLiteral("a.id asc") : QStringLiteral("a.id desc");
     } else {
         const QString dir = ascendente_ ? QStringLiteral(" asc") : QStringLiteral(" desc");
         orden = QStringLiteral("a.") + QString::fromLatin1(kOrden[columna_]) + dir +
@@ -147,13 +147,16 @@ int ListaSubItems::Eliminar(const QList<long long>& ids, Dialogos& dialogos) {
                     std::unique_ptr<QObject> link =
                         ctx_.componentes().Crear(QStringLiteral("SupplyLink.Main"), ctx_);
                     AsignarMiembro(*link, "Interno", interno_);
-                    AsignarMiembro(*link, "CATNRO", EsNull(rs.Fields(QStringLiteral("idcatalogo"))));
-                    AsignarMiembro(*link, "PRDNRO", EsNull(rs.Fields(QStringLiteral("idarticulo"))));
+                    AsignarMiembro(*link, "CATNRO",
+                                   EsNull(rs.Fields(QStringLiteral("idcatalogo"))));
+                    AsignarMiembro(*link, "PRDNRO",
+                                   EsNull(rs.Fields(QStringLiteral("idarticulo"))));
                     AsignarMiembro(*link, "SUBITEM", id);
                     suelto = LlamarMiembro(*link, "EliminarInsumo").toBool();
                     if (!suelto)
-                        dialogos.Mensaje(QStringLiteral("Error en eliminar la relacion con insumos"),
-                                         QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
+                        dialogos.Mensaje(
+                            QStringLiteral("Error en eliminar la relacion con insumos"),
+                            QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
                 } catch (const KorvenError& e) {
                     dialogos.Mensaje(Seccion("lpEliminar") + e.descripcion(),
                                      QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
@@ -197,8 +200,7 @@ bool ListaSubItems::Masivo(Dialogos& dialogos, const QString& pregunta, const QS
 }
 
 bool ListaSubItems::SetearKilosCero(Dialogos& dialogos) {
-    return Masivo(dialogos,
-                  QStringLiteral("CONFIRMA DEJAR EN 0, KG NETO, ESTADISTICA, ESPECIFICO"),
+    return Masivo(dialogos, QStringLiteral("CONFIRMA DEJAR EN 0, KG NETO, ESTADISTICA, ESPECIFICO"),
                   Seccion("SetearKilosCero"),
                   {QStringLiteral("update subitems set kgneto = 0 where interno = ?"),
                    QStringLiteral("update subitems set valorrelacionestadistica = 0 where "

@@ -76,8 +76,8 @@ QVariant ModeloSubItems::data(const QModelIndex& index, int role) const {
 QVariant ModeloSubItems::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QAbstractTableModel::headerData(section, orientation, role);
-    static const char* const titulos[] = {"Nro.",  "Posicion", "Unidad",   "Cantidad",
-                                          "Unitario", "Total", "Registro", "Cod Art."};
+    static const char* const titulos[] = {"Nro.",     "Posicion", "Unidad",   "Cantidad",
+                                          "Unitario", "Total",    "Registro", "Cod Art."};
     return section >= 0 && section < ListaSubItems::Columnas
                ? QVariant(QString::fromLatin1(titulos[section]))
                : QVariant();

@@ -1,6 +1,7 @@
 #include "goods/SubItemsDatos.h"
 
 #include "platform/AppContext.h"
+#include "platform/Formato.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
@@ -34,8 +35,8 @@ QString N(const Recordset& rs, const char* campo) {
 } // namespace
 
 std::optional<UnidadesNcm> SubItemsDatos::Unidades(const QString& posicion, bool conLetra) {
-    QString sql = QStringLiteral(
-        "select \"012\",\"020\" from ncm where \"001\" = ? and \"002\" = ?");
+    QString sql =
+        QStringLiteral("select \"012\",\"020\" from ncm where \"001\" = ? and \"002\" = ?");
     QVariantList p{posicion.left(10), posicion.mid(11, 3)};
     if (conLetra && posicion.size() == 15) {
         sql += QStringLiteral(" and \"003\" = ?");
@@ -75,17 +76,17 @@ std::optional<PosicionNcm> SubItemsDatos::BuscarNCM(const QString& posicion) {
     r.segElect = !T(rs, "052").trimmed().isEmpty();
     r.prohibicion = T(rs, "044").trimmed() == QStringLiteral("*");
     const QVariant rein = rs.Fields(QStringLiteral("019"));
-    r.reintegro = EsNumerico(rein) && EsNumero(rein) > 0 ? T(rs, "019").trimmed()
-                                                          : QStringLiteral("0");
-    r.tip = QStringLiteral("  Información de la Posición\n") + QString(40, QLatin1Char('-')) +
-            QStringLiteral("\n  Posición NCM: ") + r.posicion +
-            QStringLiteral("\n  Unidad Estadistica: ") + r.estadistica +
-            QStringLiteral("\n  Unidad Der. Esp.: ") + r.derEsp +
-            QStringLiteral("\n  Posee LAPI: ") + (r.lapi ? QStringLiteral("Si") : QStringLiteral("No")) +
-            QStringLiteral("\n  Derecho de Importación ExtraZona: ") + T(rs, "015").trimmed() +
-            QStringLiteral("%\n  Derecho de Exportación: ") + T(rs, "018").trimmed() +
-            QStringLiteral("%\n  Reintegro Extrazona: ") + T(rs, "019").trimmed() +
-            QStringLiteral("%");
+    r.reintegro =
+        EsNumerico(rein) && EsNumero(rein) > 0 ? T(rs, "019").trimmed() : QStringLiteral("0");
+    r.tip =
+        QStringLiteral("  Información de la Posición\n") + QString(40, QLatin1Char('-')) +
+        QStringLiteral("\n  Posición NCM: ") + r.posicion +
+        QStringLiteral("\n  Unidad Estadistica: ") + r.estadistica +
+        QStringLiteral("\n  Unidad Der. Esp.: ") + r.derEsp + QStringLiteral("\n  Posee LAPI: ") +
+        (r.lapi ? QStringLiteral("Si") : QStringLiteral("No")) +
+        QStringLiteral("\n  Derecho de Importación ExtraZona: ") + T(rs, "015").trimmed() +
+        QStringLiteral("%\n  Derecho de Exportación: ") + T(rs, "018").trimmed() +
+        QStringLiteral("%\n  Reintegro Extrazona: ") + T(rs, "019").trimmed() + QStringLiteral("%");
     Recordset d = cn.Abrir(QStringLiteral("select \"004\",\"005\",\"006\",\"007\",\"008\",\"009\","
                                           "\"010\" from ncm where \"001\" = ? and \"002\" = ? "
                                           "order by \"003\""),
@@ -101,11 +102,10 @@ std::optional<PosicionNcm> SubItemsDatos::BuscarNCM(const QString& posicion) {
 }
 
 std::optional<double> SubItemsDatos::Pase(const QString& desde, const QString& hasta) {
-    Recordset rs = ctx_.stores()
-                       .getDataConnectionByEntity(kInternos)
-                       .Abrir(QStringLiteral("select pase from unidrel where unid1 = ? and "
-                                             "unid2 = ?"),
-                              {desde.trimmed(), hasta.trimmed()});
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
+        QStringLiteral("select pase from unidrel where unid1 = ? and "
+                       "unid2 = ?"),
+        {desde.trimmed(), hasta.trimmed()});
     if (rs.Eof())
         return std::nullopt;
     return EsNumero(rs.Fields(QStringLiteral("pase")));
@@ -113,11 +113,10 @@ std::optional<double> SubItemsDatos::Pase(const QString& desde, const QString& h
 
 CaratulaSubItems SubItemsDatos::Caratula(const QString& interno) {
     CaratulaSubItems c;
-    Recordset rs = ctx_.stores()
-                       .getDataConnectionByEntity(kInternos)
-                       .Abrir(QStringLiteral("select idsubreg,fobdivisas,onccahabilitado from "
-                                             "caratula where interno = ?"),
-                              {interno});
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
+        QStringLiteral("select idsubreg,fobdivisas,onccahabilitado from "
+                       "caratula where interno = ?"),
+        {interno});
     if (rs.Eof())
         return c;
     c.idsubreg = T(rs, "idsubreg");
@@ -131,10 +130,8 @@ CaratulaSubItems SubItemsDatos::Caratula(const QString& interno) {
 }
 
 std::optional<LineaSubItem> SubItemsDatos::LeerSubItem(const QString& interno, long long id) {
-    Recordset rs = ctx_.stores()
-                       .getDataConnectionByEntity(kInternos)
-                       .Abrir(QStringLiteral("select * from subitems where interno = ? and id = ?"),
-                              {interno, id});
+    Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
+        QStringLiteral("select * from subitems where interno = ? and id = ?"), {interno, id});
     if (rs.Eof())
         return std::nullopt;
     LineaSubItem l;
@@ -180,7 +177,7 @@ long long SubItemsDatos::Insertar(const QString& interno, const LineaSubItem& l,
     Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
     const long long id =
         static_cast<long long>(EsNumero(cn.Abrir(QStringLiteral("select max(id) as m from "
-                                                                 "subitems where interno = ?"),
+                                                                "subitems where interno = ?"),
                                                  {interno})
                                             .Fields(0))) +
         1;

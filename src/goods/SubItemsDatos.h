@@ -23,9 +23,9 @@ struct PosicionNcm {
     bool lapi = false;   // [059] = "*"
     bool segElect = false;
     bool prohibicion = false;
-    QString reintegro;   // [019] when numeric and above 0, else "0"
-    QString texto;       // the description of the heading: [004] and its further lines
-    QString tip;         // the balloon "Información de la Posición"
+    QString reintegro; // [019] when numeric and above 0, else "0"
+    QString texto;     // the description of the heading: [004] and its further lines
+    QString tip;       // the balloon "Información de la Posición"
 };
 
 // The header values the goods screen works with.

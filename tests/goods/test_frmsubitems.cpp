@@ -11,6 +11,7 @@
 #include "support/Pantallazo.h"
 
 #include <QAction>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
@@ -182,8 +183,8 @@ void TestFrmSubItems::lineas() {
     QCOMPARE(Control<QLabel>(&f, "LbTotSubitems")->palette().color(QPalette::WindowText),
              fob > 1000 ? QColor(255, 0, 0) : QColor(0, 0, 128));
     if (!CarpetaPantallazos().isEmpty() && motor == 0 && sep == QStringLiteral(","))
-        Pantallazo(&f).save(CarpetaPantallazos() + QStringLiteral("/FrmSubItems-%1.png")
-                                                       .arg(QTest::currentDataTag()));
+        Pantallazo(&f).save(CarpetaPantallazos() +
+                            QStringLiteral("/FrmSubItems-%1.png").arg(QTest::currentDataTag()));
 }
 
 void TestFrmSubItems::modificarPorF9() {
@@ -196,7 +197,8 @@ void TestFrmSubItems::modificarPorF9() {
     Mostrar(f);
     Tecla(Qt::Key_F9);
     QCOMPARE(f.modo(), 2);
-    QCOMPARE(Control<QPushButton>(&f, "cmdModificar")->text(), QStringLiteral("Continuar Agregando"));
+    QCOMPARE(Control<QPushButton>(&f, "cmdModificar")->text(),
+             QStringLiteral("Continuar Agregando"));
     QCOMPARE(NombreFoco(), QStringLiteral("LstArticulos"));
     QVERIFY(!Control<QLineEdit>(&f, "TxtCantidad")->isEnabled());
     // The rows go by number descending: the first is line 4.
@@ -270,8 +272,8 @@ void TestFrmSubItems::lista() {
     const struct {
         int filtro;
         const char* ids;
-    } filtros[] = {{1, "2,1"},   {2, "4,3"}, {3, "3,1"}, {4, "4,2"}, {5, "4,1"}, {6, "3,2"},
-                   {8, "3"},     {9, "4,2"}, {10, "3"},  {0, "4,3,2,1"}};
+    } filtros[] = {{1, "2,1"}, {2, "4,3"}, {3, "3,1"}, {4, "4,2"}, {5, "4,1"},
+                   {6, "3,2"}, {8, "3"},   {9, "4,2"}, {10, "3"},  {0, "4,3,2,1"}};
     for (const auto& c : filtros) {
         f.Filtrar(c.filtro);
         QStringList ids;
@@ -330,14 +332,13 @@ void TestFrmSubItems::masivos_data() {
          "10|10|0||F|A/7|5|7||F|A"},
         {"mnuUtilidad2", "Confirma vaciar el campo Filler en todos los articulos cargados?",
          "10|10|0|310||A/7|5|7|||A"},
-        {"mnuUtilidad3",
-         "Confirma vaciar el campo Id Prorrateo en todos los articulos cargados?",
+        {"mnuUtilidad3", "Confirma vaciar el campo Id Prorrateo en todos los articulos cargados?",
          "10|10|0|310|F|/7|5|7||F|"},
     };
     for (int motor : {0, 1})
         for (const Caso& c : casos)
-            QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(motor ? "pg" : "sqlite",
-                                                                  c.accion)))
+            QTest::newRow(
+                qPrintable(QStringLiteral("%1 %2").arg(motor ? "pg" : "sqlite", c.accion)))
                 << motor << QString::fromLatin1(c.accion) << QString::fromLatin1(c.pregunta)
                 << QString::fromLatin1(c.filas);
 }

@@ -99,7 +99,7 @@ private Q_SLOTS:
 void TestGrabacionSubItems::chequeos_data() {
     QTest::addColumn<int>("motor");
     QTest::addColumn<QString>("sep");
-    QTest::addColumn<QString>("rutina");  // G save, M modify
+    QTest::addColumn<QString>("rutina"); // G save, M modify
     QTest::addColumn<QString>("cambios");
     QTest::addColumn<QString>("config");
     QTest::addColumn<QString>("mensaje");
@@ -111,16 +111,16 @@ void TestGrabacionSubItems::chequeos_data() {
     const QString segunda = kSegunda;
     const Caso casos[] = {
         {"1 sin estadistica", "G", "est=", "", "Falta unidad estadistica", "TxtPosicion", "N"},
-        {"2.1 estadistica", "G", "est=07", "",
-         "Error en Codigo de Estadistica debe ser [ 01 ]", "TxtPosicion", "N"},
+        {"2.1 estadistica", "G", "est=07", "", "Error en Codigo de Estadistica debe ser [ 01 ]",
+         "TxtPosicion", "N"},
         {"2.2 especifico de mas", "G", "der=07", "",
          "Esta posición no tiene Unidad del Derecho Especifico, pero en la pantalla tiene [ 07 ]",
          "", "N"},
         {"2.3 especifico", "G", "pos=9901.10.00.100A;est=07;uni=07", "",
          "Error en Codigo de Derecho Especifico debe ser [ 07 ]", "TxtPosicion", "N"},
         {"3 estadistica cero", "G", "pos=9901.10.00.100A;est=07;der=07;uni=07;vest=0", "",
-         "Debe ingresar un valor mayor a cero en CANTIDA ESTADISTICA",
-         "TxtValorsobreestadistica", "N"},
+         "Debe ingresar un valor mayor a cero en CANTIDA ESTADISTICA", "TxtValorsobreestadistica",
+         "N"},
         {"3 kilos en cero pasan, 7 no", "G", "vest=", "",
          "La CANTIDAD DECLARADA ( 100 ) debe ser igual a CANTIDAD ESTADISTICA ( 0 )", "", "N"},
         {"4 cantidad cero", "G", "cant=0", "", "Valor Invalido en CANTIDAD", "TxtCantidad", "N"},
@@ -155,18 +155,17 @@ void TestGrabacionSubItems::chequeos_data() {
     for (int motor : {0, 1})
         for (const Caso& c : casos)
             for (const char* sep : {",", "."}) {
-                if (QByteArray(c.cambios).contains("{s}") || sep == QByteArrayLiteral(","))
-                    QTest::newRow(qPrintable(QStringLiteral("%1 %2 %3")
-                                                 .arg(motor ? "pg" : "sqlite", c.nombre, sep)))
-                        << motor << QString::fromLatin1(sep) << QString::fromLatin1(c.rutina)
-                        << QString::fromUtf8(c.cambios) << QString::fromLatin1(c.config)
-                        << (QString::fromUtf8(c.mensaje) +
-                            (QByteArray(c.nombre).startsWith("2.") &&
-                                     !QByteArray(c.nombre).startsWith("2.1")
-                                 ? segunda
-                                 : QString()))
-                               .replace(QStringLiteral("{s}"), QString::fromLatin1(sep))
-                        << QString::fromLatin1(c.foco) << QString::fromLatin1(c.factura8);
+                if (!QByteArray(c.cambios).contains("{s}") && sep != QByteArrayLiteral(","))
+                    continue;
+                const bool conSegunda = QByteArray(c.nombre).startsWith("2.") &&
+                                        !QByteArray(c.nombre).startsWith("2.1");
+                QString mensaje = QString::fromUtf8(c.mensaje) + (conSegunda ? segunda : QString());
+                mensaje.replace(QStringLiteral("{s}"), QString::fromLatin1(sep));
+                QTest::newRow(qPrintable(
+                    QStringLiteral("%1 %2 %3").arg(motor ? "pg" : "sqlite", c.nombre, sep)))
+                    << motor << QString::fromLatin1(sep) << QString::fromLatin1(c.rutina)
+                    << QString::fromUtf8(c.cambios) << QString::fromLatin1(c.config) << mensaje
+                    << QString::fromLatin1(c.foco) << QString::fromLatin1(c.factura8);
             }
 }
 
@@ -194,9 +193,8 @@ void TestGrabacionSubItems::chequeos() {
     }
     LineaSubItem l = Base();
     Cambiar(l, cambios, sep);
-    const ResultadoSubItem r =
-        rutina == QStringLiteral("G") ? g.GrabarSubItems(2, l, false, true)
-                                      : g.ModificarSubItems(2, l, 1, true);
+    const ResultadoSubItem r = rutina == QStringLiteral("G") ? g.GrabarSubItems(2, l, false, true)
+                                                             : g.ModificarSubItems(2, l, 1, true);
     QVERIFY(!r.grabado);
     QStringList mensajes = ts.dialogos().mensajes();
     mensajes.removeAll(QStringLiteral("No se encontro Sufijo en el nomenclador"));
@@ -218,12 +216,11 @@ void TestGrabacionSubItems::grabaYModifica() {
         "valorrelacionestadistica,idpais,estadomerc,sufijos,biendeuso,codprorrateo,insumostemp,"
         "insumosacons,cancelaciones,deresp,valorderesp,lapi,kgneto,kgbruto,descripcion,otros,"
         "itfiller,certorig,idpaisproc,codigoean,sbtrei");
-    for (const QString sep : {QStringLiteral(","), QStringLiteral(".")}) {
+    for (const QString& sep : {QStringLiteral(","), QStringLiteral(".")}) {
         SeparadorDecimalScope s(sep);
         GrabacionSubItems g(ts.ctx(), ts.dialogos(), kInterno);
         LineaSubItem l = Base();
-        Cambiar(l, QStringLiteral("neto=100{s}004;pu=2{s}5;fob=250{s}01"),
-                sep);
+        Cambiar(l, QStringLiteral("neto=100{s}004;pu=2{s}5;fob=250{s}01"), sep);
         l.filler = QStringLiteral("F1");
         l.codigoEAN = QStringLiteral("779");
         const bool ean = sep == QStringLiteral(",");
@@ -245,18 +242,20 @@ void TestGrabacionSubItems::grabaYModifica() {
     // The modification rewrites the line in hand and nothing else.
     SeparadorDecimalScope s(QStringLiteral(","));
     LineaSubItem l = Base();
-    Cambiar(l, QStringLiteral("pos=9901.10.00.100A;est=07;der=07;uni=07;cant=4;vest=4;vder=4;"
-                              "pu=12,5;fob=50;neto=3,5;bruto=4;suf=SIN SUFIJOS;dervis"),
+    Cambiar(l,
+            QStringLiteral("pos=9901.10.00.100A;est=07;der=07;uni=07;cant=4;vest=4;vder=4;"
+                           "pu=12,5;fob=50;neto=3,5;bruto=4;suf=SIN SUFIJOS;dervis"),
             QStringLiteral(","));
     l.lapi = true;
     l.bienDeUso = false;
     l.reintegro = QStringLiteral("0");
-    const ResultadoSubItem r = GrabacionSubItems(ts.ctx(), ts.dialogos(), kInterno)
-                                   .ModificarSubItems(2, l, 2, true);
+    const ResultadoSubItem r =
+        GrabacionSubItems(ts.ctx(), ts.dialogos(), kInterno).ModificarSubItems(2, l, 2, true);
     QVERIFY(r.grabado);
-    QCOMPARE(Fila(ts, 2, QStringLiteral("ncm,idunidad,cantidad,preciounitario,fob,estadistica,"
-                                         "valorrelacionestadistica,deresp,valorderesp,kgneto,"
-                                         "kgbruto,lapi,biendeuso,sufijos,sbtrei")),
+    QCOMPARE(Fila(ts, 2,
+                  QStringLiteral("ncm,idunidad,cantidad,preciounitario,fob,estadistica,"
+                                 "valorrelacionestadistica,deresp,valorderesp,kgneto,"
+                                 "kgbruto,lapi,biendeuso,sufijos,sbtrei")),
              QStringLiteral("9901.10.00.100A|07|4|12.5|50|07|4|07|4|3.5|4|S|N|SIN SUFIJOS|0"));
     QCOMPARE(Fila(ts, 1, QStringLiteral("ncm,fob")), QStringLiteral("9902.20.00.100B|250.01"));
 }
@@ -278,8 +277,9 @@ void TestGrabacionSubItems::falloDelStore() {
     QCOMPARE(Lineas(ts), 0);
     QCOMPARE(Factura8(ts), QStringLiteral("N"));
     const QString ultimo = ts.dialogos().mensajes().value(ts.dialogos().mensajes().size() - 1);
-    QVERIFY2(ultimo.endsWith(QStringLiteral(" - seccion [KORVEN.Global.GrabarSubItems]:: LINEA: 22")),
-             qPrintable(ultimo));
+    QVERIFY2(
+        ultimo.endsWith(QStringLiteral(" - seccion [KORVEN.Global.GrabarSubItems]:: LINEA: 22")),
+        qPrintable(ultimo));
 }
 
 QTEST_MAIN(TestGrabacionSubItems)
