@@ -23,6 +23,11 @@
 #define KORVEN_PANTALLAS_CARATULA
 #endif
 
+#if defined(KORVEN_GOODS) && __has_include("goods/PantallasNomenclador.h")
+#include "goods/PantallasNomenclador.h"
+#define KORVEN_PANTALLAS_NOMENCLADOR
+#endif
+
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Korven"));
@@ -56,6 +61,12 @@ int main(int argc, char** argv) {
 #ifdef KORVEN_PANTALLAS_SUBITEMS
     p.registros.push_back(
         [](korven::AppContext& ctx) { korven::RegistrarPantallasSubItems(ctx.pantallas()); });
+#endif
+#ifdef KORVEN_PANTALLAS_NOMENCLADOR
+    p.registros.push_back([](korven::AppContext& ctx) {
+        korven::RegistrarComponentesNomenclador(ctx.componentes());
+        korven::RegistrarPantallasNomenclador(ctx.pantallas());
+    });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)
