@@ -4,6 +4,7 @@
 // and their conversions, countries) with a few positions of our own whose units make every
 // conversion easy to work out by hand, and one Operation.
 
+#include "goods/PantallasNomenclador.h"
 #include "platform/AppContext.h"
 #include "platform/Conexion.h"
 #include "platform/Formato.h"
@@ -39,6 +40,7 @@ inline void PrepararSubItems(TestStores& ts) {
                                  "1000,'N','N')")
                       .arg(kInterno));
     ts.ctx().InternoActual = kInterno;
+    RegistrarComponentesNomenclador(ts.ctx().componentes());
 }
 
 // The columns of a stored line, numbers as "0.####", in one text for a comparison.

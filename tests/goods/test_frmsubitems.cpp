@@ -126,11 +126,13 @@ void TestFrmSubItems::lineas_data() {
          "TxtPosicion:6403.99.90.100T|TxtUnidad:8|TxtCantidad:6|TxtFobTotal:120|"
          "TxtValorsobreestadistica:6|TxtKgNeto:3|TxtKgBruto:4",
          "6403.99.90.100T|08|6|20|120|08|6|08|6|3|4||AA(ACME)-MS02-TC01-ZB(000042)-|S|N|||"},
-        // The article brings its position, unit, countries and suffixes.
+        // The article brings its position, unit, countries, kilos per unit and suffixes; the
+        // suffixes are rebuilt for the position, a listed code once per row of its list.
         {"del catalogo", "F", "", "",
          "txtIdArticulo:NB-14-16|TxtCantidad:2|TxtFobTotal:900|TxtValorsobreestadistica:2",
          "8471.30.12.100M|07|2|450|900|07|2||0|3.6|0|310|AA(LENOVO)-AB(IDEAPAD 5)-AI(NB 14 16)-"
-         "AJ(PF4XK2LM)-EM01-PR02-ZA(002025)-ZD(000016)-ZG(001550)-ZH(000140)-|N|N||CAT-3451|"
+         "AJ(PF4XK2LM)-EM01-EM01-EM01-PR02-PR02-PR02-ZA(002025)-ZD(000016)-ZG(001550)-ZH(000140)-|"
+         "N|N||CAT-3451|"
          "NB-14-16"},
     };
     for (int motor : {0, 1})
@@ -292,9 +294,11 @@ void TestFrmSubItems::lista() {
     QVERIFY(Control<QLabel>(&f, "lbFiltro")->isHidden());
     // Delete: the cancelled line stays without the inputs component; the other goes.
     lst->setFocus();
-    lst->selectRow(1);
-    lst->selectionModel()->select(m->index(2, 0),
-                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    lst->clearSelection();
+    for (int i = 0; i < m->rowCount(); ++i)
+        if (m->Id(i) == 2 || m->Id(i) == 3)
+            lst->selectionModel()->select(m->index(i, 0),
+                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
     ts.dialogos().ResponderSi();
     Tecla(Qt::Key_Delete);
     QCOMPARE(ts.dialogos().todo().mid(ts.dialogos().todo().size() - 2),
