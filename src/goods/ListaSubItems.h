@@ -57,8 +57,9 @@ public:
     // The statement of the list in force, as the reports take it, with its values.
     QString Consulta(QVariantList* valores) const;
     Totales LeerTotales() const;
-    // Rows desde .. desde + cuantas - 1 of the list in its order.
-    std::vector<Fila> LeerFilas(int desde, int cuantas) const;
+    // Rows desde .. desde + cuantas - 1 of the list in its order; lineas, when known, is the
+    // number of lines of the list.
+    std::vector<Fila> LeerFilas(int desde, int cuantas, int lineas = -1) const;
 
     // Deletes the lines; a line linked to inputs goes only when the inputs component lets its
     // link go. Marks the Operation changed. The lines deleted.

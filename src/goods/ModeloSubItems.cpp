@@ -23,7 +23,7 @@ const ListaSubItems::Fila* ModeloSubItems::FilaEn(int fila) const {
     const int p = fila / Pagina;
     auto it = paginas_.find(p);
     if (it == paginas_.end())
-        it = paginas_.insert(p, lista_.LeerFilas(p * Pagina, Pagina));
+        it = paginas_.insert(p, lista_.LeerFilas(p * Pagina, Pagina, totales_.lineas));
     const size_t i = static_cast<size_t>(fila % Pagina);
     return i < it->size() ? &(*it)[i] : nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/AppContext.h"
 #include "platform/Formato.h"
+#include "platform/SettingsStore.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
@@ -170,6 +171,14 @@ std::optional<LineaSubItem> SubItemsDatos::LeerSubItem(const QString& interno, l
     l.lapi = T(rs, "lapi") == QStringLiteral("S");
     l.reintegro = T(rs, "sbtrei");
     return l;
+}
+
+void SubItemsDatos::MarcarCambio(const QString& interno) {
+    ctx_.stores().getDataConnectionByEntity(kInternos).Ejecutar(
+        QStringLiteral("update caratula set factura8 = 'S' where interno = ?"), {interno});
+    const QString app = QStringLiteral("KORVEN"), aec = QStringLiteral("AEC");
+    if (ctx_.settings().GetSetting(app, aec, interno, QStringLiteral("\x01")) != QString())
+        ctx_.settings().SaveSetting(app, aec, interno, QString());
 }
 
 long long SubItemsDatos::Insertar(const QString& interno, const LineaSubItem& l, bool deInsumos,

@@ -58,6 +58,10 @@ public:
     // workstation from taking the same number.
     long long Insertar(const QString& interno, const LineaSubItem& l, bool deInsumos,
                        bool admiteEAN);
+    // Marks the Operation changed: the assembly must run again and the AEC choice is asked
+    // anew (an AEC value already empty is not written again).
+    void MarcarCambio(const QString& interno);
+
     // Rewrites the line; the rows affected.
     int Actualizar(const QString& interno, long long id, const LineaSubItem& l, bool admiteEAN);
 
