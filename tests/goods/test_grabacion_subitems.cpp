@@ -127,6 +127,8 @@ void TestGrabacionSubItems::chequeos_data() {
         {"4 cantidad texto", "G", "cant=diez", "", "Valor Invalido en CANTIDAD", "TxtCantidad",
          "N"},
         {"5 bruto menor", "G", "bruto=99{s}99", "", "KG Neto debe ser Menor que KG Bruto", "", "N"},
+        {"5 pesos iguales pasan", "G", "bruto=100;pu=0", "", "Valor Invalido en PRECIO UNITARIO",
+         "TxtUnitario", "N"},
         {"7 cantidades", "G", "vest=100{s}01", "",
          "La CANTIDAD DECLARADA ( 100 ) debe ser igual a CANTIDAD ESTADISTICA ( 100{s}01 )", "",
          "N"},
