@@ -6,11 +6,16 @@
 #include "goods/GrabacionSubItems.h"
 #include "platform/KorvenError.h"
 #include "platform/ScriptedDialogs.h"
+#include "platform/SettingsStore.h"
+#include "platform/StoreDirectory.h"
 
 #include <QScopeGuard>
+#include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
 #include <functional>
 #include <map>
+#include <thread>
 
 using namespace korven;
 using namespace korven::test;
@@ -94,6 +99,8 @@ private Q_SLOTS:
     void grabaYModifica();
     void falloDelStore_data() { FilasDeMotores(); }
     void falloDelStore();
+    void dosEstaciones_data() { FilasDeMotores(); }
+    void dosEstaciones();
 };
 
 void TestGrabacionSubItems::chequeos_data() {
@@ -282,6 +289,43 @@ void TestGrabacionSubItems::falloDelStore() {
     QVERIFY2(
         ultimo.endsWith(QStringLiteral(" - seccion [KORVEN.Global.GrabarSubItems]:: LINEA: 22")),
         qPrintable(ultimo));
+}
+
+// Two workstations save a line of the same Operation at once: the second waits for the first
+// to end and takes the next number.
+void TestGrabacionSubItems::dosEstaciones() {
+    MOTOR_O_SALTAR();
+    TestStores& ts = Stores(motor);
+    Conexion& primera = ts.conexion(QStringLiteral("INTERNOS"));
+    primera.Comenzar();
+    primera.Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = 'T-SUB'"));
+    primera.Ejecutar(
+        QStringLiteral("insert into subitems (id,interno,ncm) values (1,'T-SUB','X')"));
+    ResultadoSubItem r;
+    QStringList mensajes;
+    std::thread segunda([&] {
+        QTemporaryDir carpeta;
+        StoreDirectory stores;
+        stores.setParametersPath(ts.stores().parametersPath());
+        stores.LoadParameters();
+        ScriptedDialogs dialogos;
+        SettingsStore settings(carpeta.path());
+        AppContext ctx(stores, dialogos, settings, ts.directorio());
+        RegistrarComponentesNomenclador(ctx.componentes());
+        LineaSubItem l = Base();
+        r = GrabacionSubItems(ctx, dialogos, kInterno).GrabarSubItems(2, l, false, true);
+        mensajes = dialogos.mensajes();
+        stores.CloseAllDataConnection();
+    });
+    QThread::msleep(500);
+    primera.Confirmar();
+    segunda.join();
+    QCOMPARE(mensajes, QStringList{QStringLiteral("No se encontro Sufijo en el nomenclador")});
+    QVERIFY(r.grabado);
+    QCOMPARE(r.id, 2LL);
+    QCOMPARE(Fila(ts, 1, QStringLiteral("ncm")) + QLatin1Char('/') +
+                 Fila(ts, 2, QStringLiteral("ncm")),
+             QStringLiteral("X/9902.20.00.100B"));
 }
 
 QTEST_MAIN(TestGrabacionSubItems)
