@@ -262,6 +262,14 @@ void TestFrmSubItems::lista() {
     QCOMPARE(Etiqueta(f, "LbTotKilos"), QStringLiteral("17,00"));
     QCOMPARE(Etiqueta(f, "LbTotSubitems"), QStringLiteral("71,50"));
     QCOMPARE(Etiqueta(f, "lbDIF"), QStringLiteral("928,50"));
+    // SbtMostrarAsc shows the lines ascending, numbered from 1.
+    ts.ctx().config().SbtMostrarAsc = true;
+    f.Filtrar(0);
+    QCOMPARE(m->index(0, 0).data().toString() + m->index(0, 6).data().toString() +
+                 m->index(3, 0).data().toString(),
+             QStringLiteral("000110004"));
+    ts.ctx().config().SbtMostrarAsc = false;
+    f.Filtrar(0);
     // A click on a header orders by it, the next one reverses; the numbers stay with the lines.
     auto* lst = Control<QTableView>(&f, "LstArticulos");
     const QPoint cabecera(lst->horizontalHeader()->sectionViewportPosition(5) + 5, 5);
