@@ -80,6 +80,7 @@ class TestFrmSubItems : public QObject {
 private Q_SLOTS:
     void lineas_data();
     void lineas();
+    void reglasDeCampos();
     void modificarPorF9_data() { FilasDeMotores(); }
     void modificarPorF9();
     void lista_data() { FilasDeMotores(); }
@@ -187,6 +188,54 @@ void TestFrmSubItems::lineas() {
     if (!CarpetaPantallazos().isEmpty() && motor == 0 && sep == QStringLiteral(","))
         Pantallazo(&f).save(CarpetaPantallazos() +
                             QStringLiteral("/FrmSubItems-%1.png").arg(QTest::currentDataTag()));
+}
+
+// The field rules on the way: an unknown position, a short one sent to the position search,
+// kilograms refused without the kilos, the FOB of an emptied quantity.
+void TestFrmSubItems::reglasDeCampos() {
+    TestStores ts(Motor::SQLite);
+    PrepararSubItems(ts);
+    QVariantMap elegida{{QStringLiteral("posicion"), QStringLiteral("9901.10.00.100A")},
+                        {QStringLiteral("lapi"), true}};
+    QString buscada;
+    ts.ctx().pantallas().Registrar(QStringLiteral("FrmPosicion"),
+                                   [&](AppContext&, const QVariantMap& args) {
+                                       buscada = args.value(QStringLiteral("texto")).toString();
+                                       return QVariant(elegida);
+                                   });
+    SeparadorDecimalScope s(QStringLiteral(","));
+    const QVariantList flags{true, true, true, true, true, true, false, true};
+    FrmSubItems f(ts.ctx(),
+                  {{QStringLiteral("interno"), kInterno}, {QStringLiteral("flags"), flags}});
+    Mostrar(f);
+    Escribir(QStringLiteral("9999.99.99.999Z"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(ts.dialogos().mensajes(),
+             QStringList{QStringLiteral("POSICIÓN INEXISTENTE, en el Nomenclador")});
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtPosicion"));
+    Control<QLineEdit>(&f, "TxtPosicion")->clear();
+    Escribir(QStringLiteral("9901,10"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(buscada, QStringLiteral("9901.10"));
+    QCOMPARE(Texto(&f, "TxtPosicion"), QStringLiteral("9901.10.00.100A"));
+    QCOMPARE(Etiqueta(f, "LbCodigoEstadistica") + Etiqueta(f, "LbIdDerEsp"),
+             QStringLiteral("0707"));
+    QVERIFY(!Control<QLabel>(&f, "LbLapi")->isHidden());
+    // Without the kilos the positions in units lock nothing, but the kilogram is refused.
+    QVERIFY(!Control<QLineEdit>(&f, "TxtValorsobreestadistica")->isReadOnly());
+    Tecla(Qt::Key_Return);
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtUnidad"));
+    Escribir(QStringLiteral("1"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(ts.dialogos().mensajes().last(),
+             QStringLiteral("No puede cargar Kilos.\n\nDebe habilitar el campo Kilos Neto"));
+    QCOMPARE(Texto(&f, "TxtUnidad"), QString());
+    Control<QLineEdit>(&f, "TxtCantidad")->setText(QStringLiteral("5"));
+    Control<QLineEdit>(&f, "TxtCantidad")->clear();
+    QCOMPARE(Texto(&f, "TxtFobTotal"), QStringLiteral("000"));
+    // Esc while adding closes.
+    Tecla(Qt::Key_Escape);
+    QVERIFY(!f.isVisible());
 }
 
 void TestFrmSubItems::modificarPorF9() {
