@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <optional>
@@ -26,6 +27,9 @@ struct ArticuloCatalogo {
     QString sufijos;
     double precioUnitario = 0;
     double kgUnitario = 0;
+    // Who wrote the article and when: filled on reading, written by the component itself.
+    QString usuario;
+    QDate fecha;
 };
 
 // The catalogue component: keeps the articles of the clients' catalogues. Usuario and Fecha of
@@ -42,7 +46,8 @@ public:
     std::optional<ArticuloCatalogo> LeerArticulo(const QString& idCatalogo,
                                                  const QString& idArticulo);
     // Adds or updates an article; with noModificarExistente an article that exists is left as
-    // it is. True when it was written (or left, by that rule).
+    // it is. An article without a code is kept under its description. True when it was written
+    // (or left, by that rule); false without a catalogue or without code and description.
     bool GuardarArticulo(const ArticuloCatalogo& articulo, bool noModificarExistente);
     void EliminarArticulo(const QString& idCatalogo, const QString& idArticulo);
     QList<ArticuloCatalogo> Articulos(const QString& idCatalogo);

@@ -13,6 +13,11 @@
 #define KORVEN_PANTALLAS_LIQUIDACION
 #endif
 
+#if defined(KORVEN_GOODS) && __has_include("goods/PantallasSubItems.h")
+#include "goods/PantallasSubItems.h"
+#define KORVEN_PANTALLAS_SUBITEMS
+#endif
+
 #if defined(KORVEN_HEADER) && __has_include("header/PantallasCaratula.h")
 #include "header/PantallasCaratula.h"
 #define KORVEN_PANTALLAS_CARATULA
@@ -52,6 +57,10 @@ int main(int argc, char** argv) {
         korven::RegistrarComponentesCaratula(ctx.componentes());
         korven::RegistrarPantallasCaratula(ctx.pantallas());
     });
+#endif
+#ifdef KORVEN_PANTALLAS_SUBITEMS
+    p.registros.push_back(
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasSubItems(ctx.pantallas()); });
 #endif
 #ifdef KORVEN_PANTALLAS_NOMENCLADOR
     p.registros.push_back([](korven::AppContext& ctx) {

@@ -1,0 +1,438 @@
+// The goods screen driven from the keyboard: lines of each kind typed as a clerk types them and
+// checked column by column in the store, under "," and "."; modifying by F9; the list with its
+// filters, colours, deletion and bulk utilities. Both engines.
+
+#include "FixtureSubItems.h"
+#include "foundation/RegistrarPantallasOperaciones.h"
+#include "goods/FrmSubItems.h"
+#include "goods/ModeloSubItems.h"
+#include "platform/SettingsStore.h"
+#include "support/Pantallas.h"
+#include "support/Pantallazo.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+
+using namespace korven;
+using namespace korven::test;
+
+namespace {
+
+const QString kColumnas = QStringLiteral(
+    "ncm,idunidad,cantidad,preciounitario,fob,estadistica,valorrelacionestadistica,deresp,"
+    "valorderesp,kgneto,kgbruto,idpais,sufijos,biendeuso,lapi,codigoean,idcatalogo,idarticulo");
+
+// Steps "Campo:texto" (Enter moves on until the field has the focus; the text is typed and
+// Enter pressed) and "Up"; then Enter until the line is saved.
+void Teclear(TestStores& ts, const QString& pasos, const QString& sep, bool guardar = true) {
+    const int antes = Lineas(ts);
+    for (QString paso : pasos.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
+        paso.replace(QStringLiteral("{s}"), sep);
+        if (paso == QStringLiteral("Up")) {
+            Tecla(Qt::Key_Up);
+            continue;
+        }
+        const QString campo = paso.section(QLatin1Char(':'), 0, 0);
+        for (int i = 0; i < 40 && NombreFoco() != campo; ++i)
+            Tecla(Qt::Key_Return);
+        QCOMPARE(NombreFoco(), campo);
+        Escribir(paso.section(QLatin1Char(':'), 1));
+        Tecla(Qt::Key_Return);
+    }
+    for (int i = 0; guardar && i < 40 && Lineas(ts) == antes; ++i)
+        Tecla(Qt::Key_Return);
+}
+
+QString Etiqueta(QWidget& f, const char* nombre) {
+    return Control<QLabel>(&f, nombre)->text();
+}
+
+void Accion(QWidget& f, const char* nombre) {
+    QAction* a = f.findChild<QAction*>(QString::fromLatin1(nombre));
+    QVERIFY2(a, nombre);
+    a->trigger();
+}
+
+// Lines of our own for the list: ids 1 to 4.
+void Sembrar(TestStores& ts) {
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(QStringLiteral(
+            "insert into subitems (id,interno,ncm,idunidad,cantidad,preciounitario,fob,"
+            "estadistica,valorrelacionestadistica,deresp,valorderesp,kgneto,idpais,estadomerc,"
+            "sufijos,itfiller,codprorrateo,cancelaciones,idarticulo) values "
+            "(1,'T-SUB','9902.20.00.100B','01',10,2,20,'01',10,'',0,10,'310','1','SIN SUFIJOS',"
+            "'F','A','','ART1'),"
+            "(2,'T-SUB','9903.30.00.100C','07',5,4,20,'07',5,'01',7,7,'','','','F','A','OK',''),"
+            "(3,'T-SUB','9901.10.00.100','07',3,10,30,'07',0,'07',3,0,'212','',"
+            "'SIN SUFIJOS','','','',''),"
+            "(4,'T-SUB','9901.10.00.100A','07',1,1.5,1.5,'07',1,'07',1,0,'','2','',"
+            "'','','','ART4')"));
+}
+
+} // namespace
+
+class TestFrmSubItems : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void lineas_data();
+    void lineas();
+    void reglasDeCampos();
+    void modificarPorF9_data() { FilasDeMotores(); }
+    void modificarPorF9();
+    void lista_data() { FilasDeMotores(); }
+    void lista();
+    void masivos_data();
+    void masivos();
+};
+
+void TestFrmSubItems::lineas_data() {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<QString>("sep");
+    QTest::addColumn<QString>("carga");  // "U": by unit price; else by FOB
+    QTest::addColumn<QString>("textos"); // answers of the suffix prompts, "|"-separated
+    QTest::addColumn<QString>("listas"); // answers of the list of suffix values
+    QTest::addColumn<QString>("pasos");
+    QTest::addColumn<QString>("fila");
+    struct Caso {
+        const char *nombre, *carga, *textos, *listas, *pasos, *fila;
+    };
+    const Caso casos[] = {
+        // 12 digits are rewritten; FOB 9000 / 20 gives the unit price; refunds show.
+        {"unidades por fob", "F", "", "",
+         "TxtPosicion:73211100100X|TxtUnidad:7|TxtCantidad:20|TxtFobTotal:9000|"
+         "TxtValorsobreestadistica:20|TxtKgNeto:36{s}5|TxtKgBruto:44|TxtIdpais:310|"
+         "TxtCodigoEAN:779",
+         "7321.11.00.100X|07|20|450|9000|07|20||0|36.5|44|310|SIN SUFIJOS|S|N|779||"},
+        // 1,5 tonnes at 600: FOB 900; 1500 kilograms of statistics and net weight.
+        {"kilos por unitario", "U", "", "",
+         "TxtPosicion:7208.51.00.100B|TxtUnidad:14|TxtCantidad:1{s}5|TxtUnitario:600|"
+         "TxtKgBruto:1600",
+         "7208.51.00.100B|14|1.5|600|900|01|1500||0|1500|1600||SIN SUFIJOS|S|N|||"},
+        // 4 units of 2,5 kilograms each: 10 kilograms of statistics and net weight.
+        {"unidad con kilos", "F", "", "",
+         "Up|Up|txtKgUnitario:2{s}5|TxtPosicion:9902.20.00.100B|TxtUnidad:07|TxtCantidad:4|"
+         "TxtFobTotal:100|TxtKgBruto:12",
+         "9902.20.00.100B|07|4|25|100|01|10||0|10|12||SIN SUFIJOS|S|N|||"},
+        // 3 dozen: 36 units of statistics and of specific duty; the position has LAPI.
+        {"derecho especifico", "F", "", "",
+         "TxtPosicion:9901.10.00.100A|TxtUnidad:9|TxtCantidad:3|TxtFobTotal:72|TxtKgNeto:5|"
+         "TxtKgBruto:6",
+         "9901.10.00.100A|09|3|24|72|07|36|07|36|5|6||SIN SUFIJOS|S|S|||"},
+        // Free codes by prompt, listed codes from the list of values.
+        {"sufijos", "F", "ACME|42", "MS02|TC01",
+         "TxtPosicion:6403.99.90.100T|TxtUnidad:8|TxtCantidad:6|TxtFobTotal:120|"
+         "TxtValorsobreestadistica:6|TxtKgNeto:3|TxtKgBruto:4",
+         "6403.99.90.100T|08|6|20|120|08|6|08|6|3|4||AA(ACME)-MS02-TC01-ZB(000042)-|S|N|||"},
+        // The article brings its position, unit, countries, kilos per unit and suffixes; the
+        // suffixes are rebuilt for the position, a listed code once per row of its list.
+        {"del catalogo", "F", "", "",
+         "txtIdArticulo:NB-14-16|TxtCantidad:2|TxtFobTotal:900|TxtValorsobreestadistica:2",
+         "8471.30.12.100M|07|2|450|900|07|2||0|3.6|0|310|AA(LENOVO)-AB(IDEAPAD 5)-AI(NB 14 16)-"
+         "AJ(PF4XK2LM)-EM01-EM01-EM01-PR02-PR02-PR02-ZA(002025)-ZD(000016)-ZG(001550)-ZH(000140)-|"
+         "N|N||CAT-3451|"
+         "NB-14-16"},
+    };
+    for (int motor : {0, 1})
+        for (const Caso& c : casos)
+            for (const char* sep : {",", "."})
+                QTest::newRow(qPrintable(
+                    QStringLiteral("%1 %2 %3").arg(motor ? "pg" : "sqlite", c.nombre, sep)))
+                    << motor << QString::fromLatin1(sep) << QString::fromLatin1(c.carga)
+                    << QString::fromLatin1(c.textos) << QString::fromLatin1(c.listas)
+                    << QString::fromLatin1(c.pasos) << QString::fromLatin1(c.fila);
+}
+
+void TestFrmSubItems::lineas() {
+    MOTOR_O_SALTAR();
+    QFETCH(QString, sep);
+    QFETCH(QString, carga);
+    QFETCH(QString, textos);
+    QFETCH(QString, listas);
+    QFETCH(QString, pasos);
+    QFETCH(QString, fila);
+    TestStores ts(static_cast<Motor>(motor));
+    PrepararSubItems(ts);
+    RegistrarPantallasOperaciones(ts.ctx().pantallas());
+    CargaSufijosGuionada cs;
+    for (const QString& r : listas.split(QLatin1Char('|'), Qt::SkipEmptyParts))
+        cs.respuestas.push_back(r);
+    cs.Registrar(ts.ctx());
+    for (const QString& t : textos.split(QLatin1Char('|'), Qt::SkipEmptyParts))
+        ts.dialogos().ResponderTexto(t);
+    ts.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("FLAGS"),
+                              QStringLiteral("CARGASBTPOR"), carga);
+    if (fila.contains(QStringLiteral("CAT-3451")))
+        ts.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("DEFAULT"),
+                                  QStringLiteral("CATALOGO"), QStringLiteral("CAT-3451"));
+    SeparadorDecimalScope s(sep);
+    FrmSubItems f(ts.ctx(), {{QStringLiteral("interno"), kInterno}});
+    Mostrar(f);
+    Teclear(ts, pasos, sep);
+    QCOMPARE(Lineas(ts), 1);
+    QCOMPARE(Fila(ts, 1, kColumnas), fila);
+    QCOMPARE(Factura8(ts), QStringLiteral("S"));
+    QVERIFY(ts.dialogos().guionAgotado());
+    // Ready for the next line, with the list and its totals refreshed.
+    QCOMPARE(Texto(&f, "TxtCantidad"), QString());
+    QCOMPARE(f.modelo()->rowCount(), 1);
+    const double fob = EsNumero(ts.conexion(QStringLiteral("INTERNOS"))
+                                    .Escalar(QStringLiteral("select fob from subitems")));
+    QCOMPARE(Etiqueta(f, "LbTotSubitems"), Formato(fob, QStringLiteral("00.00")));
+    QCOMPARE(Etiqueta(f, "lbDIF"), Formato(1000 - fob, QStringLiteral("00.00")));
+    QCOMPARE(Control<QLabel>(&f, "LbTotSubitems")->palette().color(QPalette::WindowText),
+             fob > 1000 ? QColor(255, 0, 0) : QColor(0, 0, 128));
+    if (!CarpetaPantallazos().isEmpty() && motor == 0 && sep == QStringLiteral(","))
+        Pantallazo(&f).save(CarpetaPantallazos() +
+                            QStringLiteral("/FrmSubItems-%1.png").arg(QTest::currentDataTag()));
+}
+
+// The field rules on the way: an unknown position, a short one sent to the position search,
+// kilograms refused without the kilos, the FOB of an emptied quantity.
+void TestFrmSubItems::reglasDeCampos() {
+    TestStores ts(Motor::SQLite);
+    PrepararSubItems(ts);
+    QVariantMap elegida{{QStringLiteral("posicion"), QStringLiteral("9901.10.00.100A")},
+                        {QStringLiteral("lapi"), true}};
+    QString buscada;
+    ts.ctx().pantallas().Registrar(QStringLiteral("FrmPosicion"),
+                                   [&](AppContext&, const QVariantMap& args) {
+                                       buscada = args.value(QStringLiteral("texto")).toString();
+                                       return QVariant(elegida);
+                                   });
+    SeparadorDecimalScope s(QStringLiteral(","));
+    const QVariantList flags{true, true, true, true, true, true, false, true};
+    FrmSubItems f(ts.ctx(),
+                  {{QStringLiteral("interno"), kInterno}, {QStringLiteral("flags"), flags}});
+    Mostrar(f);
+    Escribir(QStringLiteral("9999.99.99.999Z"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(ts.dialogos().mensajes(),
+             QStringList{QStringLiteral("POSICIÓN INEXISTENTE, en el Nomenclador")});
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtPosicion"));
+    Control<QLineEdit>(&f, "TxtPosicion")->clear();
+    Escribir(QStringLiteral("9901,10"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(buscada, QStringLiteral("9901.10"));
+    QCOMPARE(Texto(&f, "TxtPosicion"), QStringLiteral("9901.10.00.100A"));
+    QCOMPARE(Etiqueta(f, "LbCodigoEstadistica") + Etiqueta(f, "LbIdDerEsp"),
+             QStringLiteral("0707"));
+    QVERIFY(!Control<QLabel>(&f, "LbLapi")->isHidden());
+    // Without the kilos the positions in units lock nothing, but the kilogram is refused.
+    QVERIFY(!Control<QLineEdit>(&f, "TxtValorsobreestadistica")->isReadOnly());
+    Tecla(Qt::Key_Return);
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtUnidad"));
+    Escribir(QStringLiteral("1"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(ts.dialogos().mensajes().last(),
+             QStringLiteral("No puede cargar Kilos.\n\nDebe habilitar el campo Kilos Neto"));
+    QCOMPARE(Texto(&f, "TxtUnidad"), QString());
+    Control<QLineEdit>(&f, "TxtCantidad")->setText(QStringLiteral("5"));
+    Control<QLineEdit>(&f, "TxtCantidad")->clear();
+    QCOMPARE(Texto(&f, "TxtFobTotal"), QStringLiteral("000"));
+    // Esc while adding closes.
+    Tecla(Qt::Key_Escape);
+    QVERIFY(!f.isVisible());
+}
+
+void TestFrmSubItems::modificarPorF9() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    PrepararSubItems(ts);
+    Sembrar(ts);
+    SeparadorDecimalScope s(QStringLiteral(","));
+    FrmSubItems f(ts.ctx(), {{QStringLiteral("interno"), kInterno}});
+    Mostrar(f);
+    Tecla(Qt::Key_F9);
+    QCOMPARE(f.modo(), 2);
+    QCOMPARE(Control<QPushButton>(&f, "cmdModificar")->text(),
+             QStringLiteral("Continuar Agregando"));
+    QCOMPARE(NombreFoco(), QStringLiteral("LstArticulos"));
+    QVERIFY(!Control<QLineEdit>(&f, "TxtCantidad")->isEnabled());
+    // The rows go by number descending: the first is line 4.
+    Tecla(Qt::Key_Return);
+    QCOMPARE(Texto(&f, "TxtPosicion"), QStringLiteral("9901.10.00.100A"));
+    QCOMPARE(Texto(&f, "TxtCantidad"), QStringLiteral("01,00"));
+    QCOMPARE(Texto(&f, "TxtUnitario"), QStringLiteral("01,5000"));
+    QCOMPARE(NombreFoco(), QStringLiteral("TxtFobTotal"));
+    // A new FOB: the unit price follows, and Enter on to the last field saves.
+    Escribir(QStringLiteral("7"));
+    Tecla(Qt::Key_Return);
+    QCOMPARE(Texto(&f, "TxtUnitario"), QStringLiteral("07,0000"));
+    QCOMPARE(Texto(&f, "TxtFobTotal"), QStringLiteral("07,00"));
+    Teclear(ts, QStringLiteral("TxtKgBruto:2"), QStringLiteral(","), false);
+    for (int i = 0; i < 40 && NombreFoco() != QStringLiteral("LstArticulos"); ++i)
+        Tecla(Qt::Key_Return);
+    QCOMPARE(Fila(ts, 4, QStringLiteral("cantidad,preciounitario,fob,kgbruto,sufijos")),
+             QStringLiteral("1|7|7|2|SIN SUFIJOS"));
+    QCOMPARE(Lineas(ts), 4);
+    QCOMPARE(Factura8(ts), QStringLiteral("S"));
+    QCOMPARE(f.modo(), 2);
+    QVERIFY(!Control<QLineEdit>(&f, "TxtCantidad")->isEnabled());
+    // Esc leaves modifying; a second Esc closes.
+    Tecla(Qt::Key_Escape);
+    QCOMPARE(f.modo(), 1);
+    QCOMPARE(Control<QPushButton>(&f, "cmdModificar")->text(),
+             QStringLiteral("[F9] - Modificar SubItems"));
+    Tecla(Qt::Key_Escape);
+    QVERIFY(!f.isVisible());
+}
+
+void TestFrmSubItems::lista() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    PrepararSubItems(ts);
+    Sembrar(ts);
+    SeparadorDecimalScope s(QStringLiteral(","));
+    FrmSubItems f(ts.ctx(), {{QStringLiteral("interno"), kInterno}});
+    Mostrar(f);
+    ModeloSubItems* m = f.modelo();
+    auto filas = [m] {
+        QStringList r;
+        for (int i = 0; i < m->rowCount(); ++i) {
+            QStringList c;
+            for (int j = 0; j < m->columnCount(); ++j)
+                c << m->index(i, j).data().toString();
+            r << c.join(QLatin1Char(' '));
+        }
+        return r.join(QLatin1Char('/'));
+    };
+    QCOMPARE(filas(), QStringLiteral("0004 9901.10.00.100A 07 01,00 01,5000 01,50 4 ART4/"
+                                     "0003 9901.10.00.100 07 03,00 10,0000 30,00 3 /"
+                                     "0002 9903.30.00.100C 07 05,00 04,0000 20,00 2 /"
+                                     "0001 9902.20.00.100B 01 10,00 02,0000 20,00 1 ART1"));
+    // The cancelled line is brown; the totals are those of every line.
+    QCOMPARE(m->index(2, 0).data(Qt::ForegroundRole).value<QColor>(), QColor(128, 64, 0));
+    QVERIFY(!m->index(1, 0).data(Qt::ForegroundRole).isValid());
+    QCOMPARE(Etiqueta(f, "LbTotCantidad"), QStringLiteral("19,00"));
+    QCOMPARE(Etiqueta(f, "LbTotKilos"), QStringLiteral("17,00"));
+    QCOMPARE(Etiqueta(f, "LbTotSubitems"), QStringLiteral("71,50"));
+    QCOMPARE(Etiqueta(f, "lbDIF"), QStringLiteral("928,50"));
+    // SbtMostrarAsc shows the lines ascending, numbered from 1.
+    ts.ctx().config().SbtMostrarAsc = true;
+    f.Filtrar(0);
+    QCOMPARE(m->index(0, 0).data().toString() + m->index(0, 6).data().toString() +
+                 m->index(3, 0).data().toString(),
+             QStringLiteral("000110004"));
+    ts.ctx().config().SbtMostrarAsc = false;
+    f.Filtrar(0);
+    // A click on a header orders by it, the next one reverses; the numbers stay with the lines.
+    auto* lst = Control<QTableView>(&f, "LstArticulos");
+    const QPoint cabecera(lst->horizontalHeader()->sectionViewportPosition(5) + 5, 5);
+    QTest::mouseClick(lst->horizontalHeader()->viewport(), Qt::LeftButton, {}, cabecera);
+    QCOMPARE(m->index(0, 0).data().toString() + m->index(3, 0).data().toString(),
+             QStringLiteral("00040003"));
+    QTest::mouseClick(lst->horizontalHeader()->viewport(), Qt::LeftButton, {}, cabecera);
+    QCOMPARE(m->index(0, 0).data().toString(), QStringLiteral("0003"));
+    // Filters, each with its lines.
+    const struct {
+        int filtro;
+        const char* ids;
+    } filtros[] = {{1, "2,1"}, {2, "4,3"}, {3, "3,1"}, {4, "4,2"}, {5, "4,1"},
+                   {6, "3,2"}, {8, "3"},   {9, "4,2"}, {10, "3"},  {0, "4,3,2,1"}};
+    for (const auto& c : filtros) {
+        f.Filtrar(c.filtro);
+        QStringList ids;
+        for (int i = 0; i < m->rowCount(); ++i)
+            ids << QString::number(m->Id(i));
+        std::sort(ids.begin(), ids.end(), std::greater<>());
+        QCOMPARE(ids.join(QLatin1Char(',')), QString::fromLatin1(c.ids));
+        QCOMPARE(!Control<QLabel>(&f, "lbFiltro")->isHidden(), c.filtro != 0);
+    }
+    ts.dialogos().ResponderTexto(QStringLiteral("9901"));
+    Accion(f, "mnuFiltro7");
+    QCOMPARE(m->rowCount(), 2);
+    ts.dialogos().ResponderTexto(QString());
+    Accion(f, "mnuFiltro7");
+    QCOMPARE(m->rowCount(), 4);
+    QVERIFY(Control<QLabel>(&f, "lbFiltro")->isHidden());
+    // Delete: the cancelled line stays without the inputs component; the other goes.
+    lst->setFocus();
+    lst->clearSelection();
+    for (int i = 0; i < m->rowCount(); ++i)
+        if (m->Id(i) == 2 || m->Id(i) == 3)
+            lst->selectionModel()->select(m->index(i, 0),
+                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    ts.dialogos().ResponderSi();
+    Tecla(Qt::Key_Delete);
+    QCOMPARE(ts.dialogos().todo().mid(ts.dialogos().todo().size() - 2),
+             (QStringList{QStringLiteral("Confirma eliminar el o los subitems seleccionado"),
+                          QStringLiteral("seccion lpEliminar en Formulario FrmSubItems :: El "
+                                         "componente SupplyLink.Main no está instalado.")}));
+    QCOMPARE(m->rowCount(), 3);
+    QCOMPARE(Factura8(ts), QStringLiteral("S"));
+    QCOMPARE(Fila(ts, 3, QStringLiteral("id")), QStringLiteral("(no existe)"));
+    // The components of reports, printing and inputs are not installed here.
+    ts.dialogos().Limpiar();
+    Accion(f, "mnuReporteArchivo");
+    Tecla(Qt::Key_P, Qt::AltModifier);
+    Tecla(Qt::Key_I, Qt::ControlModifier);
+    QCOMPARE(ts.dialogos().mensajes(),
+             (QStringList{QStringLiteral("seccion GenerarReportes en Formulario FrmSubItems :: El "
+                                         "componente SubitemReports.Main no está instalado."),
+                          QStringLiteral("seccion lpImprimir en Formulario FrmSubItems :: El "
+                                         "componente SubitemPrinter.Main no está instalado."),
+                          QStringLiteral("INSUMOS TEMPORALES no habilitado")}));
+}
+
+void TestFrmSubItems::masivos_data() {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<QString>("accion");
+    QTest::addColumn<QString>("pregunta");
+    QTest::addColumn<QString>("filas"); // kgneto, statistics, specific, country, filler, code
+    struct Caso {
+        const char *accion, *pregunta, *filas;
+    };
+    const Caso casos[] = {
+        {"mnuUtilidad0", "CONFIRMA DEJAR EN 0, KG NETO, ESTADISTICA, ESPECIFICO",
+         "0|0|0|310|F|A/0|5|0||F|A"},
+        {"mnuUtilidad1", "Confirma vaciar el campo Pais Origen en todos los articulos cargados?",
+         "10|10|0||F|A/7|5|7||F|A"},
+        {"mnuUtilidad2", "Confirma vaciar el campo Filler en todos los articulos cargados?",
+         "10|10|0|310||A/7|5|7|||A"},
+        {"mnuUtilidad3", "Confirma vaciar el campo Id Prorrateo en todos los articulos cargados?",
+         "10|10|0|310|F|/7|5|7||F|"},
+    };
+    for (int motor : {0, 1})
+        for (const Caso& c : casos)
+            QTest::newRow(
+                qPrintable(QStringLiteral("%1 %2").arg(motor ? "pg" : "sqlite", c.accion)))
+                << motor << QString::fromLatin1(c.accion) << QString::fromLatin1(c.pregunta)
+                << QString::fromLatin1(c.filas);
+}
+
+// Each utility asks first; No leaves the lines, Yes runs its statements on this Operation only.
+void TestFrmSubItems::masivos() {
+    MOTOR_O_SALTAR();
+    QFETCH(QString, accion);
+    QFETCH(QString, pregunta);
+    QFETCH(QString, filas);
+    TestStores ts(static_cast<Motor>(motor));
+    PrepararSubItems(ts);
+    Sembrar(ts);
+    ts.conexion(QStringLiteral("INTERNOS"))
+        .Ejecutar(QStringLiteral("insert into subitems (id,interno,kgneto,itfiller) values "
+                                 "(1,'OTRO',9,'G')"));
+    FrmSubItems f(ts.ctx(), {{QStringLiteral("interno"), kInterno}});
+    const QString cols =
+        QStringLiteral("kgneto,valorrelacionestadistica,valorderesp,idpais,itfiller,codprorrateo");
+    auto ahora = [&] { return Fila(ts, 1, cols) + QLatin1Char('/') + Fila(ts, 2, cols); };
+    const QString antes = ahora();
+    ts.dialogos().ResponderNo();
+    Accion(f, qPrintable(accion));
+    QCOMPARE(ahora(), antes);
+    ts.dialogos().ResponderSi();
+    Accion(f, qPrintable(accion));
+    QCOMPARE(ts.dialogos().todo(), (QStringList{pregunta, pregunta}));
+    QCOMPARE(ahora(), filas);
+    QCOMPARE(EsNumero(ts.conexion(QStringLiteral("INTERNOS"))
+                          .Escalar(QStringLiteral("select count(*) from subitems where interno = "
+                                                  "'OTRO' and kgneto = 9 and itfiller = 'G'"))),
+             1.0);
+}
+
+QTEST_MAIN(TestFrmSubItems)
+#include "test_frmsubitems.moc"
