@@ -18,6 +18,11 @@
 #define KORVEN_PANTALLAS_CARATULA
 #endif
 
+#if defined(KORVEN_GOODS) && __has_include("goods/PantallasNomenclador.h")
+#include "goods/PantallasNomenclador.h"
+#define KORVEN_PANTALLAS_NOMENCLADOR
+#endif
+
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Korven"));
@@ -46,6 +51,12 @@ int main(int argc, char** argv) {
     p.registros.push_back([](korven::AppContext& ctx) {
         korven::RegistrarComponentesCaratula(ctx.componentes());
         korven::RegistrarPantallasCaratula(ctx.pantallas());
+    });
+#endif
+#ifdef KORVEN_PANTALLAS_NOMENCLADOR
+    p.registros.push_back([](korven::AppContext& ctx) {
+        korven::RegistrarComponentesNomenclador(ctx.componentes());
+        korven::RegistrarPantallasNomenclador(ctx.pantallas());
     });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
