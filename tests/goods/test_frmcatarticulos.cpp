@@ -17,7 +17,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -34,13 +33,6 @@ void Preparar(TestStores& ts) {
     RegistrarPantallasCatalogo(ts.ctx().pantallas());
     RegistrarPantallasNomenclador(ts.ctx().pantallas());
     RegistrarComponentesNomenclador(ts.ctx().componentes());
-}
-
-// The screen on the catalogue CAT-3451, chosen from its list.
-void ElegirCatalogo(FrmCatArticulos& f) {
-    Mostrar(f);
-    ElegirEnListado(QStringLiteral("CAT-34"));
-    Tecla(Qt::Key_F6);
 }
 
 void Poner(QWidget* f, const char* campo, const QString& texto) {
@@ -98,39 +90,24 @@ void TestFrmCatArticulos::agregar_data() {
                               "SUFIJOS|") +
                QString::fromLatin1(precio) + QStringLiteral("|0.25|1") + hoy;
     };
-    QTest::newRow("sin codigo ni nombre")
-        << lite << ","
-        << "TxtCatalogo+TxtArtDesc"
-        << "" << QStringList{"Debe ingresar un Nombre o Código de Articulo"} << "TxtCatalogo"
-        << "";
-    QTest::newRow("sin unidad") << lite << ","
-                                << "TxtUnidad"
-                                << " " << QStringList{"Debe ingresar el Codigo de UNIDAD"}
-                                << "TxtUnidad"
-                                << "";
-    QTest::newRow("unitario no numerico")
-        << lite << ","
-        << "TxtUnitario"
-        << "12a" << QStringList{"Debe ingresar un valor numeric en el campo VALOR UNITARIO"}
-        << "TxtUnitario"
-        << "";
-    QTest::newRow("unitario con el punto bajo la coma")
-        << lite << ","
-        << "TxtUnitario"
-        << "1.5" << QStringList{"Debe ingresar un valor numeric en el campo VALOR UNITARIO"}
-        << "TxtUnitario"
-        << "";
-    QTest::newRow("sin posicion") << lite << "."
-                                  << "TxtPosicion"
-                                  << "" << QStringList{"Debe ingresar una POSICION del Nomenclador"}
-                                  << "TxtPosicion"
-                                  << "";
-    QTest::newRow("posicion desconocida")
-        << lite << ","
-        << "TxtPosicion"
-        << "9999.99.99.999Z"
-        << QStringList{"No existe la posicion 9999.99.99.999 en el nomenclador"} << "CmdAgregar"
-        << "";
+    // The refusals, in the order of the checks.
+    const struct {
+        const char *nombre, *sep, *campo, *valor, *mensaje, *foco;
+    } rechazos[] = {
+        {"sin codigo ni nombre", ",", "TxtCatalogo+TxtArtDesc", "",
+         "Debe ingresar un Nombre o Código de Articulo", "TxtCatalogo"},
+        {"sin unidad", ",", "TxtUnidad", " ", "Debe ingresar el Codigo de UNIDAD", "TxtUnidad"},
+        {"unitario no numerico", ",", "TxtUnitario", "12a",
+         "Debe ingresar un valor numeric en el campo VALOR UNITARIO", "TxtUnitario"},
+        {"unitario con el punto bajo la coma", ",", "TxtUnitario", "1.5",
+         "Debe ingresar un valor numeric en el campo VALOR UNITARIO", "TxtUnitario"},
+        {"sin posicion", ".", "TxtPosicion", "", "Debe ingresar una POSICION del Nomenclador",
+         "TxtPosicion"},
+        {"posicion desconocida", ",", "TxtPosicion", "9999.99.99.999Z",
+         "No existe la posicion 9999.99.99.999 en el nomenclador", "CmdAgregar"}};
+    for (const auto& r : rechazos)
+        QTest::newRow(r.nombre) << lite << r.sep << r.campo << r.valor
+                                << QStringList{QString::fromUtf8(r.mensaje)} << r.foco << "";
     for (int m : {lite, int(Motor::PostgreSQL)}) {
         const char* e = m == lite ? "sqlite" : "postgresql";
         QTest::addRow("%s graba con coma", e)
@@ -156,22 +133,22 @@ void TestFrmCatArticulos::agregar() {
     Preparar(ts);
     SeparadorDecimalScope separador(sep);
     FrmCatArticulos f(ts.ctx(), {});
-    ElegirCatalogo(f);
-    const QString kg = sep == QStringLiteral(",") ? QStringLiteral("0,25") : QStringLiteral("0.25");
-    const std::pair<const char*, QString> campos[] = {{"TxtCatalogo", "BOT-1"},
-                                                      {"TxtArtDesc", "BOTELLA"},
-                                                      {"TxtPosicion", "3923.30.00.200M"},
-                                                      {"TxtUnidad", "01"},
-                                                      {"TxtUnitario", "2"},
-                                                      {"TxtIdpais", "203"},
-                                                      {"txtKgUnitario", kg},
-                                                      {"TxtIdEstadoMercaderia", "1"},
-                                                      {"txtCodigoEAN", "779"},
-                                                      {"txtOtros", "VERDE"}};
-    for (const auto& [nombre, texto] : campos) {
-        Poner(&f, nombre, campo.split('+').contains(QString::fromLatin1(nombre)) ? valor : texto);
+    Mostrar(f);
+    ElegirEnListado(QStringLiteral("CAT-34"));
+    Tecla(Qt::Key_F6);
+    // A complete article, typed field by field; the row puts its value in the fields it names.
+    const QString articulo = QStringLiteral("TxtCatalogo=BOT-1;TxtArtDesc=BOTELLA;TxtPosicion="
+                                            "3923.30.00.200M;TxtUnidad=01;TxtUnitario=2;TxtIdpais="
+                                            "203;txtKgUnitario=0#25;TxtIdEstadoMercaderia=1;"
+                                            "txtCodigoEAN=779;txtOtros=VERDE")
+                                 .replace(QLatin1Char('#'), sep);
+    for (const QString& par : articulo.split(QLatin1Char(';'))) {
+        const QString nombre = par.section(QLatin1Char('='), 0, 0);
+        Poner(&f, nombre.toLatin1().constData(),
+              campo.split(QLatin1Char('+')).contains(nombre) ? valor : par.section('=', 1));
         // The codes of country and state are looked up as the clerk leaves them.
-        if (nombre == QByteArray("TxtIdpais") || nombre == QByteArray("TxtIdEstadoMercaderia"))
+        if (nombre == QStringLiteral("TxtIdpais") ||
+            nombre == QStringLiteral("TxtIdEstadoMercaderia"))
             Tecla(Qt::Key_Return);
     }
     QCOMPARE(Texto(&f, "TxtdescPais"), QStringLiteral("BRASIL"));
