@@ -2,7 +2,6 @@
 // checks before a save, the pick of an article by typing, and the searches by field.
 
 #include "FixtureCatalogo.h"
-#include "foundation/MenuP.h"
 #include "goods/FrmArticulos.h"
 #include "goods/FrmCatArticulos.h"
 #include "goods/FrmCatArticulosBuscar.h"
@@ -69,7 +68,6 @@ private Q_SLOTS:
     void buscarPorTexto();
     void busquedaPorCampo_data();
     void busquedaPorCampo();
-    void desdeElMenu();
 };
 
 // Each row fills the fields it names over a complete article and saves with the button.
@@ -168,6 +166,8 @@ void TestFrmCatArticulos::agregar() {
     QCOMPARE(Texto(&f, "TxtDescMercaderia").isEmpty(), !fila.isEmpty());
     if (!fila.isEmpty())
         QCOMPARE(lst->topLevelItem(0)->text(3), sep == "," ? "1234,5000" : "1234.5000");
+    Tecla(Qt::Key_Escape);
+    QVERIFY(!f.isVisible());
 }
 
 void TestFrmCatArticulos::modos() {
@@ -208,6 +208,16 @@ void TestFrmCatArticulos::modos() {
     QCOMPARE(Texto(&f, "TxtDescMercaderia"), QStringLiteral("NUEVA SIN USO"));
     QCOMPARE(Texto(&f, "txtSufijos"), QStringLiteral("SIN SUFIJOS"));
     GuardarPantallazo(QStringLiteral("FrmCatArticulos"), &f);
+    // F6 on the position hands the text typed, with the point, to the position picker.
+    QVariantMap pedido;
+    ts.ctx().pantallas().Registrar("FrmPosicion", [&pedido](AppContext&, const QVariantMap& a) {
+        pedido = a;
+        return QVariant(QVariantMap{{"posicion", "3923.30.00.900L"}});
+    });
+    Poner(&f, "TxtPosicion", QStringLiteral("3923,30"));
+    Tecla(Qt::Key_F6);
+    QCOMPARE(pedido.value("texto").toString(), QStringLiteral("3923.30"));
+    QCOMPARE(Texto(&f, "TxtPosicion"), QStringLiteral("3923.30.00.900L"));
 
     // F9: the list of articles; + opens the details, Delete asks, Enter takes the article.
     Tecla(Qt::Key_F9);
@@ -347,20 +357,6 @@ void TestFrmCatArticulos::busquedaPorCampo() {
     QCOMPARE(r, filas);
     QVERIFY(ts.dialogos().mensajes().isEmpty());
     GuardarPantallazo(QString::fromLatin1(f->metaObject()->className()).section(':', -1), f.get());
-}
-
-void TestFrmCatArticulos::desdeElMenu() {
-    TestStores ts(Motor::SQLite);
-    Preparar(ts);
-    MenuP m(ts.ctx(), {});
-    Mostrar(m);
-    QString estado;
-    AlAbrirse(QStringLiteral("FrmCatArticulos"), [&estado](QWidget* f) {
-        estado = Control<QLabel>(f, "LbEstado")->text();
-        Tecla(Qt::Key_Escape);
-    });
-    m.EjecutarMenu(3);
-    QCOMPARE(estado, FrmCatArticulos::kEstadoCatalogos);
 }
 
 QTEST_MAIN(TestFrmCatArticulos)
