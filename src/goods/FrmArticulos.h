@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDialog>
+#include <QVariantMap>
+#include <memory>
+
+namespace Ui {
+class FrmArticulos;
+}
+
+namespace korven {
+
+class AppContext;
+
+// "Articulos": the articles of a catalogue whose chosen field contains a text, each with
+// its position, description, quantity and price; with no text every article. Enter in the text or
+// the button searches; Esc closes.
+class FrmArticulos : public QDialog {
+    Q_OBJECT
+public:
+    // args: "catalogo".
+    FrmArticulos(AppContext& ctx, const QVariantMap& args, QWidget* padre = nullptr);
+    ~FrmArticulos() override;
+
+    void Buscar();
+
+protected:
+    bool eventFilter(QObject* objeto, QEvent* evento) override;
+
+private:
+    std::unique_ptr<Ui::FrmArticulos> ui;
+    AppContext& ctx_;
+    QString catalogo_;
+};
+
+} // namespace korven
