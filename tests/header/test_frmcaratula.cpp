@@ -1,6 +1,6 @@
-// The header screen driven from the keyboard: a complete import and a complete export typed as
-// a clerk types them, saved with Esc and checked against the stores; the checks of the save,
-// the sub-regime's fields and the look-ups.
+// The header screen driven from the keyboard: a complete import typed as a clerk types it, saved
+// with Esc and checked against the stores; the checks of the save, the sub-regime's fields, the
+// look-ups and the invoices.
 //
 // Amounts typed on the header screen under either decimal separator: taken as the clerk meant
 // them, or refused with the field's own message and the record left alone. And the insurance by
