@@ -13,6 +13,8 @@
 #include "support/TestStores.h"
 
 #include <QStringList>
+#include <QTest>
+#include <initializer_list>
 
 namespace korven::test {
 
@@ -43,13 +45,8 @@ inline void PrepararCaratula(TestStores& ts) {
                  "('ZZ99','SIN DESTINO','I')",
                  "insert into aduana (id,descripcion) values ('001','BUENOS AIRES'),"
                  "('073','EZEIZA'),('033','ROSARIO')",
-                 "insert into codemb (id,descripcion) values ('32','CONTENEDOR'),('10','PALLET')",
-                 "insert into tipoemb (id,descripcion) values ('A','CAJA'),('B','BOLSA')",
                  "insert into condiciondeventa (id,descripcion) values ('FOB','FREE ON BOARD'),"
                  "('CIF','COSTO SEGURO Y FLETE')",
-                 "insert into via (id,descripcion) values ('1','MARITIMA'),('4','AEREA')",
-                 "insert into estadomercaderia (id,descripcion) values ('N','NUEVO'),"
-                 "('U','USADO')",
                  "insert into unidades (id,descripcion) values ('07','UNIDAD'),('01','KILOGRAMO')",
                  "insert into divisas (id,descripcion,imp) values ('DOL','DOLAR ESTADOUNIDENSE',1),"
                  "('060','EURO',1.085),('001','PESO',0)",
@@ -68,16 +65,10 @@ inline void PrepararCaratula(TestStores& ts) {
                  "insert into mottmp (id,descripcion,dias,impexpo) values "
                  "('T1','PERFECCIONAMIENTO',180,'I'),('T2','EXHIBICION',90,'I'),"
                  "('T9','REPARACION',60,'E')",
-                 "insert into oncca_acuerdo (id,descripcion) values ('AC1','CUOTA HILTON')",
-                 "insert into oncca_categoria (id,descripcion) values ('NOV','NOVILLO')",
                  "insert into oncca_cortes (categoria,id,descripcion,ncm) values "
                  "('NOV','C1','LOMO','0201.30.00'),('VAC','C2','BIFE','0202.30.00')",
-                 "insert into oncca_elaborador (id,descripcion) values ('E1','FRIGORIFICO SUR')",
-                 "insert into oncca_ganado (id,descripcion) values ('BOV','BOVINA')",
                  "insert into oncca_faneador (id,descripcion) values ('F1','FANEADOR NORTE'),"
                  "('F2','FANEADOR OESTE')",
-                 "insert into oncca_mecoorgbio (id,descripcion) values ('ORG','ORGANICO')",
-                 "insert into oncca_res3106 (id,descripcion) values ('R1','CON RESOLUCION')",
                  "insert into oncca_sispro (id,descripcion) values ('P1','PASTORIL')",
              });
     Ejecutar(ts, "PERSONAL",
@@ -97,6 +88,17 @@ inline void PrepararCaratula(TestStores& ts) {
                  "insert into dest (subreg) values ('EC16')",
                  "insert into dest (subreg) values ('IT01')",
              });
+}
+
+// A table of cases in text, fields split by '|', as rows "sqlite <case>" and "postgresql <case>"
+// of the columns "motor" and "caso".
+inline void CasosPorMotor(std::initializer_list<const char*> casos) {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<QStringList>("caso");
+    for (int motor : {0, 1})
+        for (const char* c : casos)
+            QTest::addRow("%s %s", motor ? "postgresql" : "sqlite", c)
+                << motor << QString::fromUtf8(c).split(QLatin1Char('|'));
 }
 
 // A new Operation, as the register creates it.
