@@ -49,28 +49,22 @@ inline QVariant Valor(TestStores& ts, const QString& sql, const QString& entidad
 // A header with the values of a complete import: sub-regime IC04 (import), customs office 001,
 // client, broker and vendor, FOB 1000 in dollars with freight and insurance.
 inline QVariantMap CaratulaCompleta(const QString& interno) {
-    return {{"interno", interno},
-            {"fechaalta", QDate(2024, 3, 15)},
-            {"idsubreg", "IC04"},
-            {"idaduana", "001"},
-            {"cuitcliente", "30500010912"},
-            {"cuitdespaduana", "20111111112"},
-            {"idvendedor", "V1"},
-            {"factura2", "Vendedor Uno"},
-            {"factura3", "Despachante Uno"},
-            {"factura7", "Cliente Uno"},
-            {"factura8", "N"},
-            {"fobdivisas", 1000.0},
-            {"fobcoddivisas", "DOL"},
-            {"fobdivcambio", 1.0},
-            {"fletedivisas", 50.0},
-            {"fletecoddivisas", "DOL"},
-            {"fletedivcambio", 1.0},
-            {"segurodivisas", 10.0},
-            {"segurocoddivisas", "DOL"},
-            {"segurodivcambio", 1.0},
-            {"idcondiciondeventa", "FOB"},
-            {"onccahabilitado", "N"}};
+    QVariantMap c{{"interno", interno},     {"fechaalta", QDate(2024, 3, 15)},
+                  {"idsubreg", "IC04"},     {"idaduana", "001"},
+                  {"idvendedor", "V1"},     {"factura8", "N"},
+                  {"onccahabilitado", "N"}, {"idcondiciondeventa", "FOB"}};
+    const QVariantMap nombres{{"cuitcliente", "30500010912"},
+                              {"cuitdespaduana", "20111111112"},
+                              {"factura2", "Vendedor Uno"},
+                              {"factura3", "Despachante Uno"},
+                              {"factura7", "Cliente Uno"}};
+    const QVariantMap valores{
+        {"fobdivisas", 1000.0},  {"fobcoddivisas", "DOL"},    {"fobdivcambio", 1.0},
+        {"fletedivisas", 50.0},  {"fletecoddivisas", "DOL"},  {"fletedivcambio", 1.0},
+        {"segurodivisas", 10.0}, {"segurocoddivisas", "DOL"}, {"segurodivcambio", 1.0}};
+    c.insert(nombres);
+    c.insert(valores);
+    return c;
 }
 
 // Inserts a complete header with some of its columns changed.
@@ -89,18 +83,12 @@ inline void CargarDest(TestStores& ts) {
 
 // The master rows the headers above name.
 inline void CargarMaestros(TestStores& ts) {
-    for (const auto& [id, tipo] : {std::pair{"IC04", "I"},
-                                   {"EC01", "E"},
-                                   {"IT01", "I"},
-                                   {"ET01", "E"},
-                                   {"EC02", "E"},
-                                   {"IDA4", "I"},
-                                   {"IC06", "I"},
-                                   {"TG01", "I"},
-                                   {"ZZ99", "X"}})
+    // Sub-regime and its kind: I import, E export.
+    for (const QString& s : QStringLiteral("IC04I EC01E IT01I ET01E EC02E IDA4I IC06I TG01I ZZ99X")
+                                .split(QLatin1Char(' ')))
         Insertar(
             ts, "INTERNOS", "sta",
-            {{"id", id}, {"descripcion", QStringLiteral("Sub %1").arg(id)}, {"cstaimpexp", tipo}});
+            {{"id", s.left(4)}, {"descripcion", "Sub " + s.left(4)}, {"cstaimpexp", s.mid(4)}});
     Insertar(ts, "INTERNOS", "aduana", {{"id", "001"}, {"descripcion", "BUENOS AIRES"}});
     Insertar(ts, "PERSONAL", "clientes", {{"cuit", "30500010912"}, {"nombre", "Cliente Uno"}});
     Insertar(ts, "PERSONAL", "despadu", {{"cuit", "20111111112"}, {"nombre", "Despachante Uno"}});
