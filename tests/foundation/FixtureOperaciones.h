@@ -116,39 +116,36 @@ inline QMap<QString, int> Todo(TestStores& ts, const QString& interno) {
 // An Operation with rows in every table it owns, and in the ones that stay behind when it is
 // deleted, open on PC-OTRA since 16/03/2024.
 inline void OperacionConTodo(TestStores& ts, const QString& interno) {
+    auto fila = [&](const char* tabla, QVariantMap v, const char* entidad = "INTERNOS") {
+        v.insert("interno", interno);
+        Insertar(ts, entidad, tabla, v);
+    };
     Insertar(ts, "INTERNOS", "caratula", CaratulaCompleta(interno));
-    const QVariant x = interno;
-    Insertar(ts, "INTERNOS", "subitems",
-             {{"interno", x},
-              {"id", 1},
-              {"ncm", "8471.30.12"},
-              {"fob", 600.0},
-              {"cantidad", 2.0},
-              {"descripcion", "Notebook d'acero"}});
-    Insertar(ts, "INTERNOS", "subitems",
-             {{"interno", x}, {"id", 2}, {"ncm", "8471.60.52"}, {"fob", 400.0}, {"cantidad", 4.0}});
-    Insertar(ts, "INTERNOS", "groupsubitems", {{"interno", x}, {"id", 1}, {"idsub", 1}});
-    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 0}});
-    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 1}});
-    Insertar(ts, "INTERNOS", "liqcero", {{"interno", x}, {"idconcepto", "010"}, {"valor", 5.0}});
-    Insertar(ts, "INTERNOS", "itemventaja", {{"interno", x}, {"iditem", 0}, {"idventaja", "V"}});
-    Insertar(ts, "INTERNOS", "itemref", {{"interno", x}, {"referencia", "R"}, {"valor", "1"}});
-    Insertar(ts, "INTERNOS", "itempresu", {{"interno", x}, {"concepto", "C"}, {"valordolar", 1.0}});
-    Insertar(ts, "INTERNOS", "itemliq", {{"interno", x}, {"iditem", 1}, {"idconceptos", "010"}});
-    Insertar(ts, "INTERNOS", "iteminfo", {{"interno", x}, {"iditem", 1}, {"idinfo", "I"}});
-    Insertar(
-        ts, "INTERNOS", "interno",
-        {{"interno", x}, {"maquina", "PC-OTRA"}, {"usuario", ""}, {"fecha", QDate(2024, 3, 16)}});
-    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 1}, {"factura", "A-0001"}});
-    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 2}, {"factura", "A-0002"}});
-    Insertar(ts, "INTERNOS", "prorrateo",
-             {{"interno", x}, {"codigo", "P1"}, {"descripcion", "Flete"}, {"valor", 12.5}});
-    Insertar(ts, "INTERNOS", "descargas", {{"interno", x}, {"dit", "D"}, {"item", 1}});
-    Insertar(ts, "SYSTABLAS", "hval", {{"interno", x}});
-    Insertar(ts, "SYSTABLAS", "hvalexp", {{"interno", x}});
-    Insertar(ts, "INTERNOS", "idrel", {{"interno", x}, {"idroot", 1}, {"idsub", 1}});
-    Insertar(ts, "INTERNOS", "sysflag", {{"interno", x}, {"flag", "F"}, {"valor", "S"}});
-    Insertar(ts, "SYSTABLAS", "coment", {{"interno", x}, {"coment", "Llega el lunes"}});
+    fila("subitems", {{"id", 1},
+                      {"ncm", "8471.30.12"},
+                      {"fob", 600.0},
+                      {"cantidad", 2.0},
+                      {"descripcion", "Notebook d'acero"}});
+    fila("subitems", {{"id", 2}, {"ncm", "8471.60.52"}, {"fob", 400.0}, {"cantidad", 4.0}});
+    fila("groupsubitems", {{"id", 1}, {"idsub", 1}});
+    fila("item", {{"id", 0}});
+    fila("item", {{"id", 1}});
+    fila("liqcero", {{"idconcepto", "010"}, {"valor", 5.0}});
+    fila("itemventaja", {{"iditem", 0}, {"idventaja", "V"}});
+    fila("itemref", {{"referencia", "R"}, {"valor", "1"}});
+    fila("itempresu", {{"concepto", "C"}, {"valordolar", 1.0}});
+    fila("itemliq", {{"iditem", 1}, {"idconceptos", "010"}});
+    fila("iteminfo", {{"iditem", 1}, {"idinfo", "I"}});
+    fila("interno", {{"maquina", "PC-OTRA"}, {"usuario", ""}, {"fecha", QDate(2024, 3, 16)}});
+    fila("facturas", {{"orden", 1}, {"factura", "A-0001"}});
+    fila("facturas", {{"orden", 2}, {"factura", "A-0002"}});
+    fila("prorrateo", {{"codigo", "P1"}, {"descripcion", "Flete"}, {"valor", 12.5}});
+    fila("descargas", {{"dit", "D"}, {"item", 1}});
+    fila("hval", {}, "SYSTABLAS");
+    fila("hvalexp", {}, "SYSTABLAS");
+    fila("idrel", {{"idroot", 1}, {"idsub", 1}});
+    fila("sysflag", {{"flag", "F"}, {"valor", "S"}});
+    fila("coment", {{"coment", "Llega el lunes"}}, "SYSTABLAS");
 }
 
 } // namespace korven::test
