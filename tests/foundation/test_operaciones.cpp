@@ -289,16 +289,16 @@ private Q_SLOTS:
         QTest::addColumn<int>("motor");
         QTest::addColumn<QString>("caso");
         QTest::addColumn<QString>("mensaje"); // "*x": begins with the prefix and names x
-        // clang-format off
-        FILA_MOTORES("sin confirmar", "no" << "");
-        FILA_MOTORES("abierta en otra PC", "otra pc" << "Este interno esta abierto por la PC: "
-                     "PC-OTRA\n\nAccedido el sábado, 16 de marzo de 2024");
+        FILA_MOTORES("sin confirmar", QString("no") << "");
+        FILA_MOTORES("abierta en otra PC", QString("otra pc")
+                                               << "Este interno esta abierto por la PC: PC-OTRA\n\n"
+                                                  "Accedido el sábado, 16 de marzo de 2024");
         // A store that refuses one statement: the tables emptied before it come back.
-        FILA_MOTORES("falla del almacen", "falla" << "*descargas");
+        FILA_MOTORES("falla del almacen", QString("falla") << "*descargas");
         // Lines taken from the supplies need the supplies component to give them back.
-        FILA_MOTORES("con insumos sin componente", "insumos" << "[INTERNO.EliminarInterno] 429 - El "
-                     "componente SupplyLink.Main no está instalado.");
-        // clang-format on
+        FILA_MOTORES("con insumos sin componente",
+                     QString("insumos") << "[INTERNO.EliminarInterno] 429 - El componente "
+                                           "SupplyLink.Main no está instalado.");
     }
     void eliminarNoBorraNada() {
         MOTOR_O_SALTAR();
