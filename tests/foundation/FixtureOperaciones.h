@@ -49,28 +49,22 @@ inline QVariant Valor(TestStores& ts, const QString& sql, const QString& entidad
 // A header with the values of a complete import: sub-regime IC04 (import), customs office 001,
 // client, broker and vendor, FOB 1000 in dollars with freight and insurance.
 inline QVariantMap CaratulaCompleta(const QString& interno) {
-    return {{"interno", interno},
-            {"fechaalta", QDate(2024, 3, 15)},
-            {"idsubreg", "IC04"},
-            {"idaduana", "001"},
-            {"cuitcliente", "30500010912"},
-            {"cuitdespaduana", "20111111112"},
-            {"idvendedor", "V1"},
-            {"factura2", "Vendedor Uno"},
-            {"factura3", "Despachante Uno"},
-            {"factura7", "Cliente Uno"},
-            {"factura8", "N"},
-            {"fobdivisas", 1000.0},
-            {"fobcoddivisas", "DOL"},
-            {"fobdivcambio", 1.0},
-            {"fletedivisas", 50.0},
-            {"fletecoddivisas", "DOL"},
-            {"fletedivcambio", 1.0},
-            {"segurodivisas", 10.0},
-            {"segurocoddivisas", "DOL"},
-            {"segurodivcambio", 1.0},
-            {"idcondiciondeventa", "FOB"},
-            {"onccahabilitado", "N"}};
+    QVariantMap c{{"interno", interno},     {"fechaalta", QDate(2024, 3, 15)},
+                  {"idsubreg", "IC04"},     {"idaduana", "001"},
+                  {"idvendedor", "V1"},     {"factura8", "N"},
+                  {"onccahabilitado", "N"}, {"idcondiciondeventa", "FOB"}};
+    const QVariantMap nombres{{"cuitcliente", "30500010912"},
+                              {"cuitdespaduana", "20111111112"},
+                              {"factura2", "Vendedor Uno"},
+                              {"factura3", "Despachante Uno"},
+                              {"factura7", "Cliente Uno"}};
+    const QVariantMap valores{
+        {"fobdivisas", 1000.0},  {"fobcoddivisas", "DOL"},    {"fobdivcambio", 1.0},
+        {"fletedivisas", 50.0},  {"fletecoddivisas", "DOL"},  {"fletedivcambio", 1.0},
+        {"segurodivisas", 10.0}, {"segurocoddivisas", "DOL"}, {"segurodivcambio", 1.0}};
+    c.insert(nombres);
+    c.insert(valores);
+    return c;
 }
 
 // Inserts a complete header with some of its columns changed.
@@ -89,18 +83,12 @@ inline void CargarDest(TestStores& ts) {
 
 // The master rows the headers above name.
 inline void CargarMaestros(TestStores& ts) {
-    for (const auto& [id, tipo] : {std::pair{"IC04", "I"},
-                                   {"EC01", "E"},
-                                   {"IT01", "I"},
-                                   {"ET01", "E"},
-                                   {"EC02", "E"},
-                                   {"IDA4", "I"},
-                                   {"IC06", "I"},
-                                   {"TG01", "I"},
-                                   {"ZZ99", "X"}})
+    // Sub-regime and its kind: I import, E export.
+    for (const QString& s : QStringLiteral("IC04I EC01E IT01I ET01E EC02E IDA4I IC06I TG01I ZZ99X")
+                                .split(QLatin1Char(' ')))
         Insertar(
             ts, "INTERNOS", "sta",
-            {{"id", id}, {"descripcion", QStringLiteral("Sub %1").arg(id)}, {"cstaimpexp", tipo}});
+            {{"id", s.left(4)}, {"descripcion", "Sub " + s.left(4)}, {"cstaimpexp", s.mid(4)}});
     Insertar(ts, "INTERNOS", "aduana", {{"id", "001"}, {"descripcion", "BUENOS AIRES"}});
     Insertar(ts, "PERSONAL", "clientes", {{"cuit", "30500010912"}, {"nombre", "Cliente Uno"}});
     Insertar(ts, "PERSONAL", "despadu", {{"cuit", "20111111112"}, {"nombre", "Despachante Uno"}});
@@ -128,39 +116,36 @@ inline QMap<QString, int> Todo(TestStores& ts, const QString& interno) {
 // An Operation with rows in every table it owns, and in the ones that stay behind when it is
 // deleted, open on PC-OTRA since 16/03/2024.
 inline void OperacionConTodo(TestStores& ts, const QString& interno) {
+    auto fila = [&](const char* tabla, QVariantMap v, const char* entidad = "INTERNOS") {
+        v.insert("interno", interno);
+        Insertar(ts, entidad, tabla, v);
+    };
     Insertar(ts, "INTERNOS", "caratula", CaratulaCompleta(interno));
-    const QVariant x = interno;
-    Insertar(ts, "INTERNOS", "subitems",
-             {{"interno", x},
-              {"id", 1},
-              {"ncm", "8471.30.12"},
-              {"fob", 600.0},
-              {"cantidad", 2.0},
-              {"descripcion", "Notebook d'acero"}});
-    Insertar(ts, "INTERNOS", "subitems",
-             {{"interno", x}, {"id", 2}, {"ncm", "8471.60.52"}, {"fob", 400.0}, {"cantidad", 4.0}});
-    Insertar(ts, "INTERNOS", "groupsubitems", {{"interno", x}, {"id", 1}, {"idsub", 1}});
-    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 0}});
-    Insertar(ts, "INTERNOS", "item", {{"interno", x}, {"id", 1}});
-    Insertar(ts, "INTERNOS", "liqcero", {{"interno", x}, {"idconcepto", "010"}, {"valor", 5.0}});
-    Insertar(ts, "INTERNOS", "itemventaja", {{"interno", x}, {"iditem", 0}, {"idventaja", "V"}});
-    Insertar(ts, "INTERNOS", "itemref", {{"interno", x}, {"referencia", "R"}, {"valor", "1"}});
-    Insertar(ts, "INTERNOS", "itempresu", {{"interno", x}, {"concepto", "C"}, {"valordolar", 1.0}});
-    Insertar(ts, "INTERNOS", "itemliq", {{"interno", x}, {"iditem", 1}, {"idconceptos", "010"}});
-    Insertar(ts, "INTERNOS", "iteminfo", {{"interno", x}, {"iditem", 1}, {"idinfo", "I"}});
-    Insertar(
-        ts, "INTERNOS", "interno",
-        {{"interno", x}, {"maquina", "PC-OTRA"}, {"usuario", ""}, {"fecha", QDate(2024, 3, 16)}});
-    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 1}, {"factura", "A-0001"}});
-    Insertar(ts, "INTERNOS", "facturas", {{"interno", x}, {"orden", 2}, {"factura", "A-0002"}});
-    Insertar(ts, "INTERNOS", "prorrateo",
-             {{"interno", x}, {"codigo", "P1"}, {"descripcion", "Flete"}, {"valor", 12.5}});
-    Insertar(ts, "INTERNOS", "descargas", {{"interno", x}, {"dit", "D"}, {"item", 1}});
-    Insertar(ts, "SYSTABLAS", "hval", {{"interno", x}});
-    Insertar(ts, "SYSTABLAS", "hvalexp", {{"interno", x}});
-    Insertar(ts, "INTERNOS", "idrel", {{"interno", x}, {"idroot", 1}, {"idsub", 1}});
-    Insertar(ts, "INTERNOS", "sysflag", {{"interno", x}, {"flag", "F"}, {"valor", "S"}});
-    Insertar(ts, "SYSTABLAS", "coment", {{"interno", x}, {"coment", "Llega el lunes"}});
+    fila("subitems", {{"id", 1},
+                      {"ncm", "8471.30.12"},
+                      {"fob", 600.0},
+                      {"cantidad", 2.0},
+                      {"descripcion", "Notebook d'acero"}});
+    fila("subitems", {{"id", 2}, {"ncm", "8471.60.52"}, {"fob", 400.0}, {"cantidad", 4.0}});
+    fila("groupsubitems", {{"id", 1}, {"idsub", 1}});
+    fila("item", {{"id", 0}});
+    fila("item", {{"id", 1}});
+    fila("liqcero", {{"idconcepto", "010"}, {"valor", 5.0}});
+    fila("itemventaja", {{"iditem", 0}, {"idventaja", "V"}});
+    fila("itemref", {{"referencia", "R"}, {"valor", "1"}});
+    fila("itempresu", {{"concepto", "C"}, {"valordolar", 1.0}});
+    fila("itemliq", {{"iditem", 1}, {"idconceptos", "010"}});
+    fila("iteminfo", {{"iditem", 1}, {"idinfo", "I"}});
+    fila("interno", {{"maquina", "PC-OTRA"}, {"usuario", ""}, {"fecha", QDate(2024, 3, 16)}});
+    fila("facturas", {{"orden", 1}, {"factura", "A-0001"}});
+    fila("facturas", {{"orden", 2}, {"factura", "A-0002"}});
+    fila("prorrateo", {{"codigo", "P1"}, {"descripcion", "Flete"}, {"valor", 12.5}});
+    fila("descargas", {{"dit", "D"}, {"item", 1}});
+    fila("hval", {}, "SYSTABLAS");
+    fila("hvalexp", {}, "SYSTABLAS");
+    fila("idrel", {{"idroot", 1}, {"idsub", 1}});
+    fila("sysflag", {{"flag", "F"}, {"valor", "S"}});
+    fila("coment", {{"coment", "Llega el lunes"}}, "SYSTABLAS");
 }
 
 } // namespace korven::test

@@ -1,56 +1,143 @@
-// The desktop layer: the questions, the screens opened by name, the members of
-// components, and the behaviour every data form shares (ClCntrl): focus moves, colours, the
-// keypad's decimal key, the change mark of an open Operation and the list searches.
+// The start and the desktop: what the start reads from KORVEN.ini and the settings store, the
+// general options and store locations screens, the main menu with and without its components,
+// the desktop dialogs, the members of components and what every data form shares (ClCntrl).
 
-#include "foundation/LlamadaComponente.h"
+#include "foundation/FrmBase.h"
+#include "foundation/FrmConGen.h"
+#include "foundation/FrmPrincipal.h"
+#include "foundation/Integridad.h"
+#include "foundation/LeerConfig.h"
+#include "foundation/Main.h"
+#include "foundation/MenuP.h"
+#include "foundation/Sesion.h"
 #include "platform/AppContext.h"
+#include "platform/ComponentRegistry.h"
 #include "platform/Formato.h"
+#include "platform/IniFile.h"
 #include "platform/KorvenError.h"
 #include "platform/Pantallas.h"
 #include "platform/SettingsStore.h"
+#include "platform/ValueRules.h"
 #include "platform/ui/ClCntrl.h"
 #include "platform/ui/DesktopDialogs.h"
-#include "platform/ui/PantallasEscritorio.h"
 #include "schema/Esquema.h"
 #include "support/Pantallas.h"
 #include "support/TestStores.h"
 
-#include <QComboBox>
-#include <QInputDialog>
-#include <QListWidget>
-#include <QMessageBox>
-#include <QPushButton>
+#include <QAction>
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
 using namespace korven;
 using korven::test::AlAbrirse;
+using korven::test::Control;
 using korven::test::TestStores;
 
 namespace {
 
-// A screen that answers what was typed in it on Enter.
-class Pregunta : public QDialog {
+void EscribirArchivo(const QString& ruta, const QString& texto) {
+    QFile f(ruta);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(texto.toUtf8());
+}
+
+QString LeerArchivo(const QString& ruta) {
+    QFile f(ruta);
+    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+}
+
+// A setting by the name of its key.
+QVariant Ajuste(const Configuracion& c, const QString& clave) {
+    const QHash<QString, QVariant> t = {
+        {"CORDANO", c.CORDANO},
+        {"VERSION", c.VERSION},
+        {"MODIFCAT", c.MODIFCAT},
+        {"ARMARITEM", c.ARMARITEM},
+        {"MODARTSUB", c.MODARTSUB},
+        {"SbtFuncionCargaPor", c.SbtFuncionCargaPor},
+        {"LISTADO", c.LISTADO},
+        {"DIEMCHINA-IndMaxArancel", c.DIEMCHINA_IndMaxArancel},
+        {"DIEMCHINA-PrefPorc", c.DIEMCHINA_PrefPorc},
+    };
+    return t.value(clave);
+}
+
+void Abrir(FrmConGen& frm) {
+    frm.LeeImpresoras({});
+    frm.show();
+    QApplication::setActiveWindow(&frm);
+}
+
+void Reemplazar(QLineEdit* t, const QString& texto) {
+    t->setFocus();
+    t->selectAll();
+    QTest::keyClicks(t, texto);
+}
+
+// An installed component that writes down what the menu did with it.
+class ComponenteAnotador : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QObject* DAMSource MEMBER damSource_ WRITE setDAMSource)
 public:
-    Pregunta(AppContext&, const QVariantMap& args, QWidget* padre) : QDialog(padre) {
-        txt = new QLineEdit(args.value("inicial").toString(), this);
-        connect(txt, &QLineEdit::returnPressed, this, &QDialog::accept);
-    }
-    void accept() override {
-        setProperty("Respuesta", txt->text());
-        QDialog::accept();
-    }
-    QLineEdit* txt;
+    explicit ComponenteAnotador(QStringList* notas) : notas_(notas) {}
+    void setDAMSource(QObject*) { *notas_ << QStringLiteral("DAMSource"); }
+    Q_INVOKABLE void GuardarInternos() { *notas_ << QStringLiteral("GuardarInternos"); }
+    Q_INVOKABLE void LeerInternos() { *notas_ << QStringLiteral("LeerInternos"); }
+
+private:
+    QStringList* notas_;
+    QObject* damSource_ = nullptr;
 };
 
-class Miembros : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(int Vinculado MEMBER vinculado)
-public:
-    Q_INVOKABLE QString Unir(const QString& a, int n, bool b) {
-        return a + QString::number(n) + (b ? "S" : "N");
+// The stores of a menu test: only the nomenclator's date table is needed.
+struct Bases : TestStores {
+    explicit Bases(Motor motor = Motor::SQLite) : TestStores(motor) {
+        conexion("NCM").Ejecutar(QStringLiteral("create table control_fecha (fecha date)"));
     }
-    int vinculado = 0;
+    void Registrar(const QString& nombre, QStringList* notas) {
+        ctx().componentes().Registrar(nombre, [notas](AppContext&) {
+            return std::unique_ptr<QObject>(new ComponenteAnotador(notas));
+        });
+    }
+    void Fechas(const QList<QDate>& fechas) {
+        for (const QDate& d : fechas)
+            conexion("NCM").Ejecutar(QStringLiteral("insert into control_fecha (fecha) values (%1)")
+                                         .arg(stores().getDateFormatbyEntity("NCM", d)));
+    }
+};
+
+// Moves to the row with the arrows, as the clerk does, and presses Enter.
+void Elegir(QTableWidget* g, int fila) {
+    g->setFocus();
+    g->setCurrentCell(0, g->columnCount() - 1);
+    for (int i = 0; i < fila; ++i)
+        QTest::keyClick(g, Qt::Key_Down);
+    QCOMPARE(g->currentRow(), fila);
+    QTest::keyClick(g, Qt::Key_Return);
+}
+
+QString Etiqueta(const QWidget& w, const char* nombre) {
+    return w.findChild<QLabel*>(nombre)->text();
+}
+
+// The start routine on the stores of the test, answering from its script.
+struct Arranque {
+    explicit Arranque(TestStores& ts) {
+        p.directorioPrograma = ts.directorio();
+        p.carpetaSettings = ts.settings().carpeta();
+        p.dialogos = &ts.dialogos();
+        p.finDelProceso = [this](int c) { fines << c; };
+    }
+    ParametrosArranque p;
+    QList<int> fines;
 };
 
 // A data form with three linked text boxes.
@@ -72,8 +159,10 @@ struct Formulario {
     QList<QLineEdit*> txt;
 };
 
-QColor Fondo(const QWidget* w) {
-    return w->palette().color(QPalette::Base);
+// The paths of the six stores, as the configuration holds them.
+QStringList Rutas(const Configuracion& c) {
+    return {c.rutaInternos, c.rutaSystablas, c.rutaPersonal,
+            c.rutaNcm,      c.rutaUsuario,   c.rutaEstado};
 }
 
 } // namespace
@@ -81,237 +170,517 @@ QColor Fondo(const QWidget* w) {
 class TestEscritorio : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void preguntaYTexto();
-    void formularioRegistrado();
-    void miembrosDeComponentes();
-    void enterYFlechasMuevenElFoco();
-    void coloresPorTag_data();
-    void coloresPorTag();
-    void teclaDecimalDelTeclado_data();
-    void teclaDecimalDelTeclado();
-    void marcaDeCambio_data() { korven::test::FilasDeMotores(); }
-    void marcaDeCambio();
-    void busquedaEnListas_data();
-    void busquedaEnListas();
-};
-
-void TestEscritorio::preguntaYTexto() {
-    DesktopDialogs d;
-    AlAbrirse([](QWidget* w) { qobject_cast<QMessageBox*>(w)->button(QMessageBox::No)->click(); });
-    QVERIFY(!d.Pregunta("¿Borrar?", "KORVEN", Dialogos::Icono::Pregunta));
-    // Enter takes the default answer: yes.
-    AlAbrirse([](QWidget* w) { QTest::keyClick(w, Qt::Key_Return); });
-    QVERIFY(d.Pregunta("¿Borrar?", "KORVEN", Dialogos::Icono::Pregunta));
-    // The text asked for is cut at its maximum length.
-    QString etiqueta;
-    AlAbrirse([&etiqueta](QWidget* w) {
-        etiqueta = qobject_cast<QInputDialog*>(w)->labelText();
-        QLineEdit* txt = w->findChild<QLineEdit*>();
-        QCOMPARE(txt->text(), QStringLiteral("A1"));
-        txt->selectAll();
-        QTest::keyClicks(txt, "1234567");
-        QTest::keyClick(txt, Qt::Key_Return);
-    });
-    QCOMPARE(d.PedirTexto("Numero de interno:", "KORVEN", 5, "A1").value_or("-"),
-             QStringLiteral("12345"));
-    QCOMPARE(etiqueta, QStringLiteral("Numero de interno:"));
-    AlAbrirse([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); });
-    QVERIFY(!d.PedirTexto("Numero de interno:", "KORVEN", 0, {}).has_value());
-}
-
-void TestEscritorio::formularioRegistrado() {
-    TestStores ts(Motor::SQLite);
-    RegistrarFormulario<Pregunta>(ts.ctx().pantallas(), "Pregunta");
-    QVERIFY(ts.ctx().pantallas().Registrada("PREGUNTA"));
-    AlAbrirse([](QWidget* w) {
-        auto* txt = w->findChild<QLineEdit*>();
-        QCOMPARE(txt->text(), QStringLiteral("uno"));
-        QTest::keyClicks(txt, "dos");
-        QTest::keyClick(txt, Qt::Key_Return);
-    });
-    QCOMPARE(ts.ctx().AbrirModal("Pregunta", {{"inicial", "uno"}}).toString(),
-             QStringLiteral("unodos"));
-    // A screen closed with Esc answers nothing.
-    AlAbrirse([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); });
-    QVERIFY(!ts.ctx().AbrirModal("Pregunta").isValid());
-}
-
-void TestEscritorio::miembrosDeComponentes() {
-    Miembros m;
-    m.setObjectName("Prueba.Main");
-    AsignarMiembro(m, "Vinculado", 3);
-    QCOMPARE(m.vinculado, 3);
-    QCOMPARE(LlamarMiembro(m, "Unir", {QStringLiteral("x"), 7, true}).toString(),
-             QStringLiteral("x7S"));
-    auto error = [](std::function<void()> f) {
-        try {
-            f();
-        } catch (const KorvenError& e) {
-            return QStringLiteral("%1 / %2 (%3)").arg(e.numero()).arg(e.descripcion(), e.origen());
+    void ubicacionesVaciasSeEscribenEnElArchivo() {
+        TestStores ts(Motor::SQLite);
+        SettingsStore& s = ts.settings();
+        const QString ini = ts.ctx().rutaIni();
+        EscribirArchivo(ini, QStringLiteral("[GENERAL]\nCORDANO=S\n"));
+        LeerConfig(ts.ctx());
+        const QString db = DirectorioNormal(ts.directorio() + QStringLiteral("db"));
+        // The section GENERAL stays as it was; the keys come in the order they were written back.
+        QCOMPARE(LeerArchivo(ini), QStringLiteral("[GENERAL]\nCORDANO=S\n\n"
+                                                  "[BASESERVER]\nINTERNO=%1\nPERSONAL=%1\nNCM=%1\n"
+                                                  "ESTADO=%1\n\n[BASELOCAL]\nUSUARIO=%1\n")
+                                       .arg(db));
+        QCOMPARE(Rutas(ts.ctx().config()),
+                 (QStringList{db + "internos.mdb", db + "systablas.mdb", db + "personal.mdb",
+                              db + "ncm.mdb", db + "usuario.mdb", db + "estados.mdb"}));
+        // The settings store received the empty locations first, INTERNO normalised to a lone
+        // separator; the second start publishes what the first wrote back, and changes nothing.
+        QCOMPARE(s.GetSetting("KORVEN", "DEFAULT", "UBICACION"), ts.directorio());
+        QCOMPARE(s.GetSetting("KORVEN", "BASES", "INTERNO", "x"), DirectorioNormal(QString()));
+        QCOMPARE(s.GetSetting("KORVEN", "BASES", "NCM", "x"), QString());
+        LeerConfig(ts.ctx());
+        for (const char* b : {"INTERNO", "SYSTABLAS", "PERSONAL", "NCM", "ESTADO", "USUARIO"})
+            QCOMPARE(s.GetSetting("KORVEN", "BASES", b), db);
+        QCOMPARE(LeerArchivo(ini).count(QStringLiteral("INTERNO=")), 1);
+    }
+    void ubicacionesPresentesSeUsanComoEstan() {
+        TestStores ts(Motor::SQLite);
+        const QString ini = ts.ctx().rutaIni();
+        // A directory without its final separator is taken as it stands: the file name is glued
+        // to it.
+        EscribirArchivo(ini, QStringLiteral("[BASESERVER]\nInterno=/srv/korven\nPERSONAL=/srv/p/\n"
+                                            "NCM=   \n[BASELOCAL]\nusuario=/home/u/\n"));
+        LeerConfig(ts.ctx());
+        const QString db = DirectorioNormal(ts.directorio() + QStringLiteral("db"));
+        QCOMPARE(Rutas(ts.ctx().config()),
+                 (QStringList{"/srv/korveninternos.mdb", "/srv/korvensystablas.mdb",
+                              "/srv/p/personal.mdb", db + "ncm.mdb", "/home/u/usuario.mdb",
+                              db + "estados.mdb"}));
+        QCOMPARE(IniFile::Leer("INTERNO", "BASESERVER", ini), QStringLiteral("/srv/korven"));
+        QCOMPARE(IniFile::Leer("NCM", "BASESERVER", ini), db);
+        SettingsStore& s = ts.settings();
+        QCOMPARE(s.GetSetting("KORVEN", "BASES", "INTERNO"), QStringLiteral("/srv/korven/"));
+        QCOMPARE(s.GetSetting("KORVEN", "BASES", "SYSTABLAS"), QStringLiteral("/srv/korven"));
+        QCOMPARE(s.GetSetting("KORVEN", "BASES", "USUARIO"), QStringLiteral("/home/u/"));
+    }
+    void clavesGenerales_data() {
+        QTest::addColumn<QString>("clave");
+        QTest::addColumn<QString>("linea");    // the line of the file; empty: the key is missing
+        QTest::addColumn<QString>("esperado"); // as the value reads as text
+        const char* casos[][3] = {
+            {"VERSION", "VERSION=1", "2"},
+            {"DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=abc", "40"},
+            {"DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=12.5", "12.5"},
+            {"DIEMCHINA-IndMaxArancel", "DIEMCHINA-IndMaxArancel=abc", "35"},
+            {"SbtFuncionCargaPor", "", "true"},
+            {"SbtFuncionCargaPor", "sbtfuncioncargapor=N", "false"},
+            {"ARMARITEM", "ARMARITEM=3", "2"},
+            {"MODIFCAT", "MODIFCAT=S", "2"},
+            {"MODIFCAT", "MODIFCAT=SI", "1"},
+            {"MODARTSUB", "MODARTSUB= S ", "S"},
+            {"CORDANO", "CORDANO=S", "true"},
+            {"LISTADO", "LISTADO=1", "1"},
+        };
+        for (const auto& c : casos)
+            QTest::addRow("%s", *c[1] ? c[1] : qPrintable(QStringLiteral("%1 falta").arg(c[0])))
+                << c[0] << c[1] << c[2];
+    }
+    void clavesGenerales() {
+        QFETCH(QString, clave);
+        QFETCH(QString, linea);
+        QFETCH(QString, esperado);
+        TestStores ts(Motor::SQLite);
+        EscribirArchivo(ts.ctx().rutaIni(), QStringLiteral("[GENERAL]\n") + linea + "\n");
+        LeerConfig(ts.ctx());
+        const QVariant valor = Ajuste(ts.ctx().config(), clave);
+        QVERIFY2(valor.isValid(), qPrintable(clave));
+        QCOMPARE(valor.toString(), esperado);
+    }
+    void tasasDeIvaConAmbosSeparadores_data() {
+        QTest::addColumn<QString>("separador");
+        QTest::addColumn<QString>("texto");
+        QTest::addColumn<double>("esperado");
+        for (const QString s : {",", "."}) {
+            QTest::addRow("punto, separador %s", qPrintable(s)) << s << "10.5" << 10.5;
+            QTest::addRow("coma, separador %s", qPrintable(s)) << s << "10,5" << 10.5;
+            QTest::addRow("vacio, separador %s", qPrintable(s)) << s << "" << 0.0;
         }
-        return QString();
-    };
-    const QString falta = "438 / El objeto no admite esta propiedad o método: %1 (Prueba.Main)";
-    QCOMPARE(error([&] { AsignarMiembro(m, "Falta", 1); }), falta.arg("Falta"));
-    QCOMPARE(error([&] { LlamarMiembro(m, "Unir", {QStringLiteral("x")}); }), falta.arg("Unir"));
-    QCOMPARE(error([&] { AsignarMiembro(m, "Vinculado", QStringLiteral("abc")); }),
-             QStringLiteral("13 / No coinciden los tipos (Prueba.Main)"));
-}
+    }
+    void tasasDeIvaConAmbosSeparadores() {
+        QFETCH(QString, separador);
+        QFETCH(QString, texto);
+        QFETCH(double, esperado);
+        SeparadorDecimalScope sep(separador);
+        TestStores ts(Motor::SQLite);
+        EscribirArchivo(ts.ctx().rutaIni(),
+                        QStringLiteral("[GENERAL]\nIVARIN=%1\nIVARNI=%1\n").arg(texto));
+        LeerConfig(ts.ctx());
+        QCOMPARE(ts.ctx().config().IVARIN, esperado);
+        QCOMPARE(ts.ctx().config().IVARNI, esperado);
+    }
+    void ajustesDelUsuario() {
+        TestStores ts(Motor::SQLite);
+        SettingsStore& s = ts.settings();
+        const Configuracion& c = ts.ctx().config();
+        s.SaveSetting("GENERAL", "OBJ", "CancelManual", "S");
+        s.SaveSetting("KORVEN", "OBJ", "INSTMP.RestarPerMer", "S");
+        // Without the temporary supplies component the option is off whatever the store says.
+        LeerConfig(ts.ctx());
+        QVERIFY(c.CancelManual && !c.SupplyTemporaryInstalado && !c.INSTMP_RestarPerMer);
+        ts.ctx().componentes().Registrar("SupplyTemporary.Main",
+                                         [](AppContext&) { return std::make_unique<QObject>(); });
+        LeerConfig(ts.ctx());
+        QVERIFY(c.SupplyTemporaryInstalado && c.INSTMP_RestarPerMer);
+        s.SaveSetting("KORVEN", "OBJ", "INSTMP.RestarPerMer", "N");
+        s.SaveSetting("GENERAL", "OBJ", "CancelManual", "X");
+        LeerConfig(ts.ctx());
+        QVERIFY(!c.INSTMP_RestarPerMer && !c.CancelManual);
+    }
+    void opcionesGeneralesEscribeLasClaves_data() {
+        QTest::addColumn<QString>("separador");
+        QTest::addColumn<QString>("tasa");
+        QTest::newRow("coma") << ","
+                              << "21,5";
+        QTest::newRow("punto") << "."
+                               << "21.5";
+    }
+    void opcionesGeneralesEscribeLasClaves() {
+        QFETCH(QString, separador);
+        QFETCH(QString, tasa);
+        SeparadorDecimalScope sep(separador);
+        TestStores ts(Motor::SQLite);
+        EscribirArchivo(ts.ctx().rutaIni(), "[GENERAL]\nMODIFCAT=S\nDIEMCHINA-PrefPorc=abc\n"
+                                            "ARMARITEM=1\nLISTADO=1\nIVARIN=10.5\nSbtMostrarAsc=S\n"
+                                            "MODARTSUB=S\n");
+        ts.settings().SaveSetting("GENERAL", "OBJ", "CancelManual", "S");
+        FrmConGen frm(ts.ctx());
+        Abrir(frm);
+        QFile::remove(ts.ctx().rutaIni());
+        // It shows what was read; without the temporary supplies component its options are off.
+        QCOMPARE(Control<QLineEdit>(frm, "txtRIN")->text(),
+                 QString("10#5").replace('#', separador));
+        QVERIFY(!Control<QCheckBox>(frm, "chINSTEMPPerMer")->isEnabled());
+        Control<QCheckBox>(frm, "chVfySbtDup")->setChecked(true);
+        Control<QCheckBox>(frm, "chSbtFuncionCargaPor")->setChecked(false);
+        Reemplazar(Control<QLineEdit>(frm, "txtRIN"), tasa);
+        QTest::keyClick(Control<QLineEdit>(frm, "txtRIN"), Qt::Key_Escape);
+        QVERIFY(!frm.isVisible());
+        // The keys in the order they are written, the rates always with a point.
+        QCOMPARE(
+            LeerArchivo(ts.ctx().rutaIni()),
+            QStringLiteral("[GENERAL]\nLISTADO=1\nGROUPBYART=N\nMODIFCAT=S\nPRIMR100=N\n"
+                           "VALORCAT=N\nFLGIDARTTOOTROS=N\nARMARITEM=1\nVRYSBTDUP=S\n"
+                           "SBTNROARTAI=N\nNOCALCLIQU=N\nIVARIN=21.5\nIVARNI=0\n"
+                           "OPERACIONESMOSTRARTODO=N\nVENDEDORORDERXNOMBRE=N\nSBTMANTCODART=N\n"
+                           "SBTMANTDATOS=N\nSBTMOSTRARASC=S\nSBTFORZARNROARTAI=N\n"
+                           "SBTFUNCIONCARGAPOR=N\nMODARTSUB=S\nENVIARCOMEXT=N\n"
+                           "DIEMCHINA-INDMAXARANCEL=35\nDIEMCHINA-PREFPORC=40\n"));
+        const Configuracion& c = ts.ctx().config();
+        QCOMPARE(c.IVARIN, 21.5);
+        QCOMPARE(QList<int>({c.MODIFCAT, c.ARMARITEM, c.LISTADO}), QList<int>({2, 1, 1}));
+        QCOMPARE(c.VrySbtDup, QStringLiteral("S"));
+        QVERIFY(!c.SbtFuncionCargaPor && c.CancelManual);
+        QCOMPARE(ts.settings().GetSetting("GENERAL", "OBJ", "CancelManual"), QStringLiteral("S"));
+    }
+    void opcionesGeneralesCamposNumericos() {
+        SeparadorDecimalScope sep(",");
+        TestStores ts(Motor::SQLite);
+        FrmConGen frm(ts.ctx());
+        Abrir(frm);
+        QLineEdit* ind = Control<QLineEdit>(frm, "txtIndMaxArancel");
+        QLineEdit* pref = Control<QLineEdit>(frm, "txtPrefPorc");
+        Reemplazar(ind, "x");
+        pref->clear();
+        QTest::keyClick(ind, Qt::Key_Escape);
+        QVERIFY(frm.isVisible());
+        QCOMPARE(ts.dialogos().mensajes(),
+                 QStringList{"El campo Indice Maximo Arancel debe tener un valor númerico"});
+        QCOMPARE(QApplication::focusWidget(), ind);
+        QVERIFY(!QFile::exists(ts.ctx().rutaIni()));
+        Reemplazar(ind, "30,5");
+        QTest::keyClick(ind, Qt::Key_Escape);
+        QVERIFY(frm.isVisible());
+        QCOMPARE(ts.dialogos().mensajes().last(),
+                 QStringLiteral("El campo Preferencia Porcentual debe tener un valor númerico"));
+        QCOMPARE(QApplication::focusWidget(), pref);
+        QTest::keyClicks(pref, "12");
+        QTest::keyClick(pref, Qt::Key_Escape);
+        QVERIFY(!frm.isVisible());
+        QCOMPARE(IniFile::Leer("DIEMCHINA-IndMaxArancel", "GENERAL", ts.ctx().rutaIni()),
+                 QStringLiteral("30.5"));
+        QCOMPARE(ts.ctx().config().DIEMCHINA_IndMaxArancel, 30.5);
+        QCOMPARE(ts.ctx().config().DIEMCHINA_PrefPorc, 12.0);
+    }
+    // Ctrl+C leaves the screen from a text box too, and saves as Esc does. The extended decimal
+    // mode of the supplies excludes subtracting the goods.
+    void insumosTemporales() {
+        TestStores ts(Motor::SQLite);
+        ts.ctx().config().SupplyTemporaryInstalado = true;
+        FrmConGen frm(ts.ctx());
+        Abrir(frm);
+        Control<QCheckBox>(frm, "chINSTEMPPerMer")->setChecked(true);
+        Control<QCheckBox>(frm, "chINSTEMPVDE")->setChecked(true);
+        QLineEdit* rin = Control<QLineEdit>(frm, "txtRIN");
+        rin->setFocus();
+        QTest::keyClick(rin, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(!frm.isVisible());
+        QCOMPARE(IniFile::Leer("SbtFuncionCargaPor", "GENERAL", ts.ctx().rutaIni()),
+                 QStringLiteral("S"));
+        QCOMPARE(ts.settings().GetSetting("KORVEN", "OBJ", "INSTMP.RestarPerMer"),
+                 QStringLiteral("N"));
+        QCOMPARE(ts.settings().GetSetting("SupplyLink", "CONFIG", "opVDE"), QStringLiteral("S"));
+        QVERIFY(!ts.ctx().config().INSTMP_RestarPerMer);
+    }
+    void ubicacionesF6YCierre() {
+        TestStores ts(Motor::SQLite);
+        AppContext& ctx = ts.ctx();
+        const QString ini = ctx.rutaIni();
+        EscribirArchivo(ini,
+                        "[BASESERVER]\nINTERNO=/srv/k/\nPERSONAL=/srv/p\nNCM=\nESTADO=/srv/e/\n"
+                        "[BASELOCAL]\nUSUARIO=/home/u\n");
+        ctx.config().rutaSystablas = QStringLiteral("/viejo/systablas.mdb");
+        ctx.settings().SaveSetting("KORVEN", "BASES", "NCM", "sin tocar");
+        // The folder browser answers one folder, then is cancelled.
+        QStringList respuestas{"/datos/ncm", ""};
+        QList<QVariantMap> pedidos;
+        ctx.pantallas().Registrar(FrmBase::PantallaCarpeta(),
+                                  [&](AppContext&, const QVariantMap& a) {
+                                      pedidos << a;
+                                      return QVariant(respuestas.takeFirst());
+                                  });
+        FrmBase frm(ctx);
+        frm.show();
+        QApplication::setActiveWindow(&frm);
+        auto txt = [&frm](const char* n) { return Control<QLineEdit>(frm, n); };
+        QCOMPARE((QStringList{txt("txtInterno")->text(), txt("TxtPersonal")->text(),
+                              txt("TxtNcm")->text(), txt("TxtEstado")->text(),
+                              txt("TxtUsuario")->text()}),
+                 (QStringList{"/srv/k/", "/srv/p", "", "/srv/e/", "/home/u"}));
+        // Enter moves on to the nomenclator's field; F6 there asks for a folder.
+        txt("txtInterno")->setFocus();
+        QTest::keyClick(txt("txtInterno"), Qt::Key_Return);
+        QTest::keyClick(txt("TxtPersonal"), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), txt("TxtNcm"));
+        QTest::keyClick(txt("TxtNcm"), Qt::Key_F6);
+        QCOMPARE(txt("TxtNcm")->text(), QStringLiteral("/datos/ncm"));
+        QCOMPARE(pedidos[0].value("inicial").toString(), QString());
+        // A cancelled browser leaves the field as it was.
+        QTest::keyClick(txt("TxtNcm"), Qt::Key_F6);
+        QCOMPARE(txt("TxtNcm")->text(), QStringLiteral("/datos/ncm"));
+        QCOMPARE(pedidos[1].value("inicial").toString(), QStringLiteral("/datos/ncm"));
+        // Esc closes: every field is normalised and written to its key.
+        QTest::keyClick(txt("TxtNcm"), Qt::Key_Escape);
+        QVERIFY(!frm.isVisible());
+        QCOMPARE(IniFile::Leer("INTERNO", "BASESERVER", ini), QStringLiteral("/srv/k/"));
+        QCOMPARE(IniFile::Leer("PERSONAL", "BASESERVER", ini), DirectorioNormal("/srv/p"));
+        QCOMPARE(IniFile::Leer("NCM", "BASESERVER", ini), DirectorioNormal("/datos/ncm"));
+        QCOMPARE(IniFile::Leer("USUARIO", "BASELOCAL", ini), DirectorioNormal("/home/u"));
+        QCOMPARE(IniFile::Leer("USUARIO", "BASESERVER", ini), QString());
+        // The paths in memory follow, but systablas and the settings store wait for the next start.
+        const Configuracion& c = ctx.config();
+        QCOMPARE((QStringList{c.rutaInternos, c.rutaNcm, c.rutaEstado, c.rutaSystablas}),
+                 (QStringList{"/srv/k/internos.mdb", DirectorioNormal("/datos/ncm") + "ncm.mdb",
+                              "/srv/e/estados.mdb", "/viejo/systablas.mdb"}));
+        QCOMPARE(ctx.settings().GetSetting("KORVEN", "BASES", "NCM"), QStringLiteral("sin tocar"));
+    }
+    void integridad_data() { korven::test::FilasDeMotores(); }
+    // The nomenclator's date is the latest of its table; without the table the start ends.
+    void integridad() {
+        MOTOR_O_SALTAR();
+        Bases ts(static_cast<Motor>(motor));
+        AppContext& ctx = ts.ctx();
+        ctx.config().FechaNomenclador = QStringLiteral("x");
+        QVERIFY(Integridad(ctx));
+        QCOMPARE(ctx.config().FechaNomenclador, QString());
+        ts.Fechas({QDate(2024, 3, 1), QDate(2025, 6, 15), QDate(2023, 12, 31)});
+        QVERIFY(Integridad(ctx));
+        QCOMPARE(ctx.config().FechaNomenclador, QStringLiteral("domingo, 15 de junio de 2025"));
+        QCOMPARE(Etiqueta(MenuP(ctx, {}), "lbNomenclador"),
+                 QStringLiteral("domingo, 15 de junio de 2025"));
+        QVERIFY(ts.dialogos().mensajes().isEmpty());
 
-void TestEscritorio::enterYFlechasMuevenElFoco() {
-    TestStores ts(Motor::SQLite);
-    Formulario f(ts.ctx());
-    QTest::keyClicks(f.txt[0], "12");
-    QTest::keyClick(f.txt[0], Qt::Key_Return);
-    QCOMPARE(QApplication::focusWidget(), f.txt[1]);
-    // Enter is eaten: the text did not change.
-    QCOMPARE(f.txt[0]->text(), QStringLiteral("12"));
-    QTest::keyClick(f.txt[1], Qt::Key_Enter, Qt::KeypadModifier);
-    QCOMPARE(QApplication::focusWidget(), f.txt[2]);
-    QTest::keyClick(f.txt[2], Qt::Key_Up);
-    QTest::keyClick(f.txt[1], Qt::Key_Up);
-    QCOMPARE(QApplication::focusWidget(), f.txt[0]);
-    QTest::keyClick(f.txt[0], Qt::Key_Down);
-    QCOMPARE(QApplication::focusWidget(), f.txt[1]);
-    // The text is selected whole when the field takes the focus.
-    f.txt[2]->setText(QStringLiteral("abc"));
-    QTest::keyClick(f.txt[1], Qt::Key_Down);
-    QCOMPARE(f.txt[2]->selectedText(), QStringLiteral("abc"));
-}
-
-void TestEscritorio::coloresPorTag_data() {
-    QTest::addColumn<QString>("tag");
-    QTest::addColumn<QColor>("conFoco");
-    QTest::addColumn<QColor>("sinFoco");
-    // The system keeps colours as BGR longs: the F6 colour 14083326 is &HD6E4FE.
-    const QColor blanco(255, 255, 255), verde(192, 255, 192), f6(254, 228, 214);
-    const QColor propio(10, 20, 30);
-    QTest::newRow("sin tag") << "" << verde << blanco;
-    QTest::newRow("F6") << "TxtCodigo#F6" << f6 << blanco;
-    QTest::newRow("F6 en el medio") << "#F6x" << verde << blanco;
-    QTest::newRow("BB") << "BBfijo" << propio << propio;
-    // The F6 mark is looked at first; "BB" then keeps the colour when the focus leaves.
-    QTest::newRow("BB y F6") << "BB#F6" << f6 << f6;
-}
-
-void TestEscritorio::coloresPorTag() {
-    QFETCH(QString, tag);
-    QFETCH(QColor, conFoco);
-    QFETCH(QColor, sinFoco);
-    TestStores ts(Motor::SQLite);
-    Formulario f(ts.ctx());
-    QLineEdit* t = f.txt[1];
-    t->setProperty("Tag", tag);
-    QPalette p = t->palette();
-    p.setColor(QPalette::Base, QColor(10, 20, 30));
-    t->setPalette(p);
-    QTest::keyClick(f.txt[0], Qt::Key_Return);
-    QCOMPARE(Fondo(t), conFoco);
-    QTest::keyClick(t, Qt::Key_Return);
-    QCOMPARE(QApplication::focusWidget(), f.txt[2]);
-    QCOMPARE(Fondo(t), sinFoco);
-}
-
-void TestEscritorio::teclaDecimalDelTeclado_data() {
-    QTest::addColumn<QString>("separador");
-    QTest::addColumn<int>("tecla");
-    QTest::addColumn<bool>("teclado");
-    QTest::addColumn<QString>("esperado");
-    QTest::newRow("punto del teclado numérico, coma")
-        << "," << int(Qt::Key_Period) << true << "12,5";
-    QTest::newRow("punto del teclado numérico, punto")
-        << "." << int(Qt::Key_Period) << true << "12.5";
-    QTest::newRow("coma del teclado numérico, punto")
-        << "." << int(Qt::Key_Comma) << true << "12.5";
-    QTest::newRow("punto común, coma") << "," << int(Qt::Key_Period) << false << "12.5";
-    QTest::newRow("coma común, punto") << "." << int(Qt::Key_Comma) << false << "12,5";
-}
-
-void TestEscritorio::teclaDecimalDelTeclado() {
-    QFETCH(QString, separador);
-    QFETCH(int, tecla);
-    QFETCH(bool, teclado);
-    QFETCH(QString, esperado);
-    SeparadorDecimalScope sep(separador);
-    TestStores ts(Motor::SQLite);
-    Formulario f(ts.ctx());
-    const Qt::KeyboardModifiers m = teclado ? Qt::KeypadModifier : Qt::NoModifier;
-    for (int k : {int(Qt::Key_1), int(Qt::Key_2), tecla})
-        QTest::keyClick(f.txt[0], static_cast<Qt::Key>(k), m);
-    QTest::keyClick(f.txt[0], Qt::Key_5);
-    QCOMPARE(f.txt[0]->text(), esperado);
-}
-
-void TestEscritorio::marcaDeCambio() {
-    MOTOR_O_SALTAR();
-    TestStores ts(static_cast<Motor>(motor));
-    schema::CrearOActualizar(ts.stores());
-    Conexion& cn = ts.conexion("INTERNOS");
-    cn.Ejecutar("insert into caratula (interno, factura8) values ('A-1', 'N')");
-    cn.Ejecutar("insert into caratula (interno, factura8) values ('B-2', 'N')");
-    SettingsStore& s = ts.settings();
-    s.SaveSetting("KORVEN", "AEC", "A-1", "R");
-    s.SaveSetting("KORVEN", "AEC", "B-2", "P");
-    // The change mark of both Operations and their advantage values.
-    auto estado = [&] {
-        return cn.Escalar("select factura8 from caratula where interno = 'A-1'").toString() +
-               cn.Escalar("select factura8 from caratula where interno = 'B-2'").toString() +
-               s.GetSetting("KORVEN", "AEC", "A-1", "-") + s.GetSetting("KORVEN", "AEC", "B-2");
-    };
-    AppContext& ctx = ts.ctx();
-    Formulario f(ctx);
-    // While the form loads, the flag is off: nothing is marked.
-    ctx.InternoActual = QStringLiteral("A-1");
-    f.txt[0]->setText(QStringLiteral("cargado"));
-    QTest::keyClicks(f.txt[0], "x");
-    QCOMPARE(estado(), QStringLiteral("NNRP"));
-    // With the flag on but no Operation open, nothing either.
-    ctx.FormularioDeDatos = true;
-    ctx.InternoActual.clear();
-    QTest::keyClicks(f.txt[0], "y");
-    QCOMPARE(estado(), QStringLiteral("NNRP"));
-    // A data form of an open Operation: a keystroke marks it changed and clears its advantage.
-    ctx.InternoActual = QStringLiteral("A-1");
-    QTest::keyClicks(f.txt[1], "7");
-    QCOMPARE(estado(), QStringLiteral("SNP"));
-    QVERIFY(ts.dialogos().mensajes().isEmpty());
-    // The flag off again: changes are not marks.
-    ctx.FormularioDeDatos = false;
-    cn.Ejecutar("update caratula set factura8 = 'N'");
-    s.SaveSetting("KORVEN", "AEC", "A-1", "N");
-    f.txt[2]->setText(QStringLiteral("otro"));
-    QCOMPARE(estado(), QStringLiteral("NNNP"));
-}
-
-void TestEscritorio::busquedaEnListas_data() {
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<int>("fila");
-    QTest::newRow("prefijo") << "01" << 0;
-    QTest::newRow("entero") << "0102" << 1;
-    QTest::newRow("sin mayúsculas") << "abd" << 3;
-    QTest::newRow("mayúsculas") << "AB" << 2;
-    QTest::newRow("ninguna") << "zz" << -1;
-    QTest::newRow("vacío") << "" << 0;
-}
-
-void TestEscritorio::busquedaEnListas() {
-    QFETCH(QString, texto);
-    QFETCH(int, fila);
-    TestStores ts(Motor::SQLite);
-    const QStringList filas = {"0101", "0102", "Abc", "abd"};
-    QListWidget lst;
-    lst.addItems(filas);
-    lst.setCurrentRow(2);
-    QComboBox cbo;
-    cbo.addItems(filas);
-    ClCntrl cl(ts.ctx());
-    cl.sLinkListBox(&lst);
-    cl.sLinkCBoBox(&cbo);
-    QCOMPARE(cl.LstBuscarStr(texto), fila);
-    QCOMPARE(lst.currentRow(), fila);
-    QCOMPARE(cl.BuscarCBO(texto), fila);
-    QCOMPARE(cbo.currentIndex(), fila);
-}
+        ts.conexion("NCM").Ejecutar("drop table control_fecha");
+        QVERIFY(!Integridad(ctx));
+        QCOMPARE(ts.dialogos().registro().at(0).icono, Dialogos::Icono::Critico);
+        ts.dialogos().Limpiar();
+        Arranque a(ts);
+        QVERIFY(!Main(a.p));
+        QCOMPARE(a.fines, QList<int>{1});
+        QCOMPARE(ts.dialogos().mensajes().size(), 1);
+        QVERIFY2(ts.dialogos().mensajes().at(0).contains("\n\nSeccion Integridad (10)::"),
+                 qPrintable(ts.dialogos().mensajes().at(0)));
+    }
+    void mainMuestraElMenuEnElMarco() {
+        TestStores ts(Motor::SQLite);
+        schema::CrearOActualizar(ts.stores());
+        Arranque a(ts);
+        // The screen of the register is another library's: a stand-in answers here.
+        QStringList abiertas;
+        a.p.registros.push_back([&abiertas](AppContext& ctx) {
+            ctx.pantallas().Registrar("FrmInternoNew",
+                                      [&abiertas](AppContext&, const QVariantMap&) {
+                                          abiertas << "FrmInternoNew";
+                                          return QVariant();
+                                      });
+        });
+        std::unique_ptr<Sesion> s = Main(a.p);
+        QVERIFY(s && a.fines.isEmpty());
+        FrmPrincipal* f = s->principal();
+        QCOMPARE(f->area()->subWindowList().at(0)->widget(), s->menu());
+        // The configuration was read.
+        QCOMPARE(s->ctx().config().rutaNcm, DirectorioNormal(ts.directorio() + "db") + "ncm.mdb");
+        QCOMPARE(s->ctx().MascaraFecha, QStringLiteral("yyyyMMdd"));
+        // The screens of this library and the components of ours are there.
+        for (const char* n :
+             {"FrmConfig", "FrmBase", "FrmConGen", "FrmMostrarDatos", "ClassFile.Carpeta"})
+            QVERIFY2(s->ctx().pantallas().Registrada(n), n);
+        QVERIFY(s->ctx().componentes().Instalado("ClientBook.Listing"));
+        QVERIFY(!s->ctx().componentes().Instalado("DeclarationOutput.Main"));
+        // Opciones > Internos opens the register.
+        f->findChild<QAction*>("mnuinternos")->trigger();
+        QCOMPARE(abiertas, QStringList{"FrmInternoNew"});
+    }
+    void escEnElMenuYCierreDelMarcoTerminan() {
+        TestStores ts(Motor::SQLite);
+        schema::CrearOActualizar(ts.stores());
+        Arranque a(ts);
+        std::unique_ptr<Sesion> s = Main(a.p);
+        QTest::keyClick(s->menu()->GridFormularios(), Qt::Key_Escape);
+        QTest::keyClick(s->menu()->GrdMenuMain(), Qt::Key_Escape);
+        QCOMPARE(a.fines, (QList<int>{0, 0}));
+        // The frame was not closed: Esc ends the process without the frame's close path.
+        QVERIFY(s->principal()->isVisible());
+        s->principal()->close();
+        QCOMPARE(a.fines, (QList<int>{0, 0, 0}));
+        QVERIFY(ts.dialogos().registro().isEmpty());
+    }
+    // Any error of the start routine: one critical message with its section, and the end.
+    void errorDelArranque() {
+        TestStores ts(Motor::SQLite);
+        schema::CrearOActualizar(ts.stores());
+        Arranque a(ts);
+        a.p.registros.push_back([](AppContext&) {
+            throw KorvenError(91, QStringLiteral("Variable de objeto no establecida"),
+                              QStringLiteral("Registro"));
+        });
+        QVERIFY(!Main(a.p));
+        QCOMPARE(a.fines, QList<int>{1});
+        QCOMPARE(ts.dialogos().mensajes(),
+                 QStringList{"91 / Variable de objeto no establecida\n\n"
+                             "seccion [KORVEN.Global.Main::Registro] 20"});
+        QCOMPARE(ts.dialogos().registro().at(0).icono, Dialogos::Icono::Critico);
+    }
+    void filasDelMenu_data() {
+        QTest::addColumn<int>("fila");
+        QTest::addColumn<QString>("pantalla"); // registered and opened; empty: none registered
+        QTest::addColumn<QString>("mensaje");
+        QTest::newRow("Operaciones sin pantalla")
+            << 0 << ""
+            << "429 / La pantalla FrmInternoNew no está instalada. - "
+               "seccion[GrdMenuMain_DblClick.MenuP.KORVEN]::FrmInternoNew";
+        QTest::newRow("Clientes sin componente")
+            << 1 << ""
+            << "[KORVEN.MenuP.Clientes]:: Nro: 429 / El componente ClientBook.Listing no está "
+               "instalado.";
+        QTest::newRow("Nomenclador") << 2 << "FrmConsultas"
+                                     << "";
+    }
+    void filasDelMenu() {
+        QFETCH(int, fila);
+        QFETCH(QString, pantalla);
+        QFETCH(QString, mensaje);
+        Bases ts;
+        QStringList abiertas;
+        if (!pantalla.isEmpty())
+            ts.ctx().pantallas().Registrar(pantalla, [&](AppContext&, const QVariantMap&) {
+                abiertas << pantalla;
+                return QVariant();
+            });
+        MenuP m(ts.ctx(), {});
+        Elegir(m.GrdMenuMain(), fila);
+        QCOMPARE(abiertas, pantalla.isEmpty() ? QStringList{} : QStringList{pantalla});
+        QCOMPARE(ts.dialogos().mensajes(),
+                 mensaje.isEmpty() ? QStringList{} : QStringList{mensaje});
+    }
+    void transferencia_data() {
+        QTest::addColumn<int>("fila");
+        QTest::addColumn<QString>("operacion");
+        QTest::newRow("Exportar") << 5 << "GuardarInternos";
+        QTest::newRow("Importar") << 6 << "LeerInternos";
+    }
+    void transferencia() {
+        QFETCH(int, fila);
+        QFETCH(QString, operacion);
+        Bases ts;
+        QStringList notas;
+        ts.Registrar("OperationTransfer.Main", &notas);
+        MenuP m(ts.ctx(), {});
+        Elegir(m.GrdMenuMain(), fila);
+        QCOMPARE(notas, (QStringList{"DAMSource", operacion}));
+        QVERIFY(ts.dialogos().mensajes().isEmpty());
+    }
+    void formulariosNoInstalados_data() {
+        QTest::addColumn<int>("fila");
+        QTest::addColumn<bool>("instalado"); // a component without the members the menu sets
+        QTest::addColumn<QString>("mensaje");
+        const QString no = QStringLiteral("429 / El componente %1 no está instalado.");
+        const QString seccion = QStringLiteral("seccion %1 en Formulario MenuP :: ");
+        const QString predibios = " - seccion[LlamarFormulario.MenuNew.KORVEN]::";
+        QTest::newRow("Hoja de Valoración")
+            << 0 << false << seccion.arg("HojadeValorEXPO") + no.arg("ValueSheet.Main");
+        QTest::newRow("Multinota")
+            << 1 << false << "KORVEN.MenuP.Multinota::" + no.arg("NoteForm.Main");
+        QTest::newRow("PREDIBIOS - Expo")
+            << 8 << false << no.arg("DepotManifest.Expo") + predibios + "DepotManifest.Expo";
+        // The first missing member is reported with the row's section, and the menu goes on.
+        QTest::newRow("PREDIBIOS - Expo sin miembros")
+            << 8 << true
+            << "438 / El objeto no admite esta propiedad o método: BasedeDatos" + predibios +
+                   "DepotManifest.Expo";
+    }
+    void formulariosNoInstalados() {
+        QFETCH(int, fila);
+        QFETCH(bool, instalado);
+        QFETCH(QString, mensaje);
+        Bases ts;
+        QStringList notas;
+        if (instalado)
+            ts.Registrar("DepotManifest.Expo", &notas);
+        MenuP m(ts.ctx(), {});
+        Elegir(m.GridFormularios(), fila);
+        QCOMPARE(ts.dialogos().mensajes(), QStringList{mensaje});
+    }
+    void bases_data() { korven::test::FilasDeMotores(); }
+    // The main menu names the stores in use, so that a clerk sees which database is behind it.
+    void bases() {
+        MOTOR_O_SALTAR();
+        Bases t(static_cast<Motor>(motor));
+        QString esperado;
+        if (static_cast<Motor>(motor) == Motor::SQLite) {
+            esperado = QDir::toNativeSeparators(t.directorio() + QStringLiteral("db/korven.db"));
+        } else {
+            const QHash<QString, QString> p = t.stores().Parametros(QStringLiteral("INTERNOS"));
+            esperado = QStringLiteral("PostgreSQL socket %1 (puerto %2), base %3")
+                           .arg(p.value("HOST"), p.value("PORT"), p.value("DATABASE"));
+        }
+        QCOMPARE(Etiqueta(MenuP(t.ctx(), {}), "lbBases"), esperado);
+    }
+    void preguntaYTexto() {
+        DesktopDialogs d;
+        // Enter takes the default answer: yes.
+        AlAbrirse([](QWidget* w) { QTest::keyClick(w, Qt::Key_Return); });
+        QVERIFY(d.Pregunta("¿Borrar?", "KORVEN", Dialogos::Icono::Pregunta));
+        // The text asked for is cut at its maximum length.
+        AlAbrirse([](QWidget* w) {
+            QLineEdit* txt = w->findChild<QLineEdit*>();
+            QCOMPARE(txt->text(), QStringLiteral("A1"));
+            txt->selectAll();
+            QTest::keyClicks(txt, "1234567");
+            QTest::keyClick(txt, Qt::Key_Return);
+        });
+        QCOMPARE(d.PedirTexto("Numero de interno:", "KORVEN", 5, "A1").value_or("-"),
+                 QStringLiteral("12345"));
+        AlAbrirse([](QWidget* w) { QTest::keyClick(w, Qt::Key_Escape); });
+        QVERIFY(!d.PedirTexto("Numero de interno:", "KORVEN", 0, {}).has_value());
+    }
+    void enterYFlechasMuevenElFoco() {
+        TestStores ts(Motor::SQLite);
+        Formulario f(ts.ctx());
+        QTest::keyClicks(f.txt[0], "12");
+        QTest::keyClick(f.txt[0], Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), f.txt[1]);
+        // Enter is eaten: the text did not change.
+        QCOMPARE(f.txt[0]->text(), QStringLiteral("12"));
+        QTest::keyClick(f.txt[1], Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(QApplication::focusWidget(), f.txt[2]);
+        QTest::keyClick(f.txt[2], Qt::Key_Up);
+        QTest::keyClick(f.txt[1], Qt::Key_Up);
+        QCOMPARE(QApplication::focusWidget(), f.txt[0]);
+        QTest::keyClick(f.txt[0], Qt::Key_Down);
+        QCOMPARE(QApplication::focusWidget(), f.txt[1]);
+        // The text is selected whole when the field takes the focus.
+        f.txt[2]->setText(QStringLiteral("abc"));
+        QTest::keyClick(f.txt[1], Qt::Key_Down);
+        QCOMPARE(f.txt[2]->selectedText(), QStringLiteral("abc"));
+    }
+    void teclaDecimalDelTeclado_data() {
+        QTest::addColumn<QString>("separador");
+        QTest::addColumn<int>("tecla");
+        QTest::addColumn<bool>("teclado");
+        QTest::addColumn<QString>("esperado");
+        QTest::newRow("punto del teclado, coma") << "," << int(Qt::Key_Period) << true << "12,5";
+        QTest::newRow("punto del teclado, punto") << "." << int(Qt::Key_Period) << true << "12.5";
+        QTest::newRow("coma del teclado, punto") << "." << int(Qt::Key_Comma) << true << "12.5";
+        QTest::newRow("punto común, coma") << "," << int(Qt::Key_Period) << false << "12.5";
+        QTest::newRow("coma común, punto") << "." << int(Qt::Key_Comma) << false << "12,5";
+    }
+    void teclaDecimalDelTeclado() {
+        QFETCH(QString, separador);
+        QFETCH(int, tecla);
+        QFETCH(bool, teclado);
+        QFETCH(QString, esperado);
+        SeparadorDecimalScope sep(separador);
+        TestStores ts(Motor::SQLite);
+        Formulario f(ts.ctx());
+        const Qt::KeyboardModifiers m = teclado ? Qt::KeypadModifier : Qt::NoModifier;
+        for (int k : {int(Qt::Key_1), int(Qt::Key_2), tecla})
+            QTest::keyClick(f.txt[0], static_cast<Qt::Key>(k), m);
+        QTest::keyClick(f.txt[0], Qt::Key_5);
+        QCOMPARE(f.txt[0]->text(), esperado);
+    }
+};
 
 QTEST_MAIN(TestEscritorio)
 #include "test_escritorio.moc"
