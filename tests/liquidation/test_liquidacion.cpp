@@ -3,12 +3,9 @@
 // automotive regime, under "," and under "." as the system separator.
 
 #include "liquidation/ClassLiquidacion.h"
-#include "liquidation/FrmABMClientes.h"
 #include "liquidation/PantallasLiquidacion.h"
 #include "liquidation/ReglasLiquidacion.h"
-#include "liquidation/RespuestaAEC.h"
 #include "platform/AppContext.h"
-#include "platform/SettingsStore.h"
 #include "schema/Esquema.h"
 #include "support/LiqTablas.h"
 #include "support/Pantallas.h"
@@ -33,28 +30,41 @@ const QString kInterno = QStringLiteral("100");
 using L = ClassLiquidacion;
 
 void AplicarAjustes(ClassLiquidacion& l, AppContext& ctx, const QString& ajustes) {
-    // clang-format off
     static const QHash<QString, void (L::*)(double)> numeros = {
-        {"DivFOB", &L::setCaratulaDivisasFOB}, {"DivFlete", &L::setCaratulaDivisasFlete},
-        {"DivSeguro", &L::setCaratulaDivisasSeguro}, {"Expo", &L::setNcmDerechodeExpo},
-        {"FOB", &L::setFOBTotalITEM}, {"Flete", &L::setFLETETotalITEM},
-        {"Derecho", &L::setNcmDerechodeImportacionExtrazona}, {"Seguro", &L::setSEGUROTotalITEM},
-        {"Estadistica", &L::setNcmTasaEstadistica}, {"AjInc", &L::setAJUSTEINCLUIRtotalITEM},
-        {"CantEsp", &L::setncmCantidadDerechoEspecifico}, {"AjDed", &L::setAJUSTEDEDUCIRtotalITEM},
-        {"Indicador", &L::setNcmIndicadorMaximoArancel}, {"Reintegro", &L::setncmReintegroFijo},
-        {"ReintegroIntra", &L::setncmReintFijoIntraZona}, {"ValorAEC", &L::setncmValor_AEC},
-        {"Exencion", &L::setncmExencionReduccionIVA}, {"TasaLey", &L::setncmMineriaTasaLey},
-        {"ValorEsp", &L::setItemCantidadDerechoEspecifico}, {"ComExt", &L::setItmComsionesExt},
-        {"Coef", &L::setItemCoeficienteExportacion}, {"TmpCons", &L::setItmImportacionTmpCons},
+        {"DivFOB", &L::setCaratulaDivisasFOB},
+        {"DivFlete", &L::setCaratulaDivisasFlete},
+        {"DivSeguro", &L::setCaratulaDivisasSeguro},
+        {"Expo", &L::setNcmDerechodeExpo},
+        {"FOB", &L::setFOBTotalITEM},
+        {"Flete", &L::setFLETETotalITEM},
+        {"Derecho", &L::setNcmDerechodeImportacionExtrazona},
+        {"Seguro", &L::setSEGUROTotalITEM},
+        {"Estadistica", &L::setNcmTasaEstadistica},
+        {"AjInc", &L::setAJUSTEINCLUIRtotalITEM},
+        {"CantEsp", &L::setncmCantidadDerechoEspecifico},
+        {"AjDed", &L::setAJUSTEDEDUCIRtotalITEM},
+        {"Indicador", &L::setNcmIndicadorMaximoArancel},
+        {"Reintegro", &L::setncmReintegroFijo},
+        {"ReintegroIntra", &L::setncmReintFijoIntraZona},
+        {"ValorAEC", &L::setncmValor_AEC},
+        {"Exencion", &L::setncmExencionReduccionIVA},
+        {"TasaLey", &L::setncmMineriaTasaLey},
+        {"ValorEsp", &L::setItemCantidadDerechoEspecifico},
+        {"ComExt", &L::setItmComsionesExt},
+        {"Coef", &L::setItemCoeficienteExportacion},
+        {"TmpCons", &L::setItmImportacionTmpCons},
         {"Temporal", &L::setItmImportacionTemporal}};
     static const QHash<QString, void (L::*)(const QString&)> textos = {
-        {"SubReg", &L::setCaratulaSubRegimen}, {"Adicional", &L::setNcmDerechoAdicional},
-        {"ncm_AEC", &L::setncm_AEC}, {"Pais", &L::setItemIdPais}, {"Lista", &L::setItemLista}};
+        {"SubReg", &L::setCaratulaSubRegimen},
+        {"Adicional", &L::setNcmDerechoAdicional},
+        {"ncm_AEC", &L::setncm_AEC},
+        {"Pais", &L::setItemIdPais},
+        {"Lista", &L::setItemLista}};
     static const QHash<QString, void (L::*)(bool)> marcas = {
-        {"Force", &L::setNcmDerechodeImportacionExtrazonaForce}, {"Mineria", &L::setItemMineria},
+        {"Force", &L::setNcmDerechodeImportacionExtrazonaForce},
+        {"Mineria", &L::setItemMineria},
         {"CalcCoef", &L::setItemCalcularCoeficienteExportacion},
         {"Mercosur", &L::setItemLISTA_MERCOSUR}};
-    // clang-format on
     for (const QString& par : ajustes.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
         const int i = par.indexOf(QLatin1Char('='));
         const QString k = par.left(i).trimmed();
@@ -125,7 +135,7 @@ QString Ajustes(QString a) {
 
 // The calculator's properties, the two bases, the comparison of duties, the answer on the common
 // external tariff and the trapped failures, under "," and under "." as the system separator.
-class TestClassLiquidacion : public QObject {
+class TestLiquidacion : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     // name | FOB | freight | insurance | percentage -> insurance
@@ -144,33 +154,19 @@ private Q_SLOTS:
         c.liq.setCaratulaSeguroValor(N(f[3]));
         c.liq.setCaratulaSeguroProcent(N(f[4]));
         QCOMPARE(c.liq.CaratulaSeguroValor(), N(f[5]));
-        QCOMPARE(c.liq.CaratulaSeguroProcent(), N(f[4]));
     }
 
     void valoresEnDolares() {
         Calculadora c(
             "DivFOB=1.5;DivFlete=2;DivSeguro=0.5;FOB=100;Flete=30;Seguro=7;AjInc=11;AjDed=3");
-        QCOMPARE(c.liq.ObtenerFobItemUS(), 150.0);
-        QCOMPARE(c.liq.ObtenerFLETEItemUs(), 60.0);
-        QCOMPARE(c.liq.ObtenerSEGUROItemUs(), 3.5);
-        QCOMPARE(c.liq.ObtenerAjusteIncUs(), 16.5);
-        QCOMPARE(c.liq.ObtenerAjusteDedUs(), 4.5);
+        QCOMPARE((QList<double>{c.liq.ObtenerFobItemUS(), c.liq.ObtenerFLETEItemUs(),
+                                c.liq.ObtenerSEGUROItemUs(), c.liq.ObtenerAjusteIncUs(),
+                                c.liq.ObtenerAjusteDedUs()}),
+                 (QList<double>{150, 60, 3.5, 16.5, 4.5}));
         // The export coefficient of the item is set by its own property only.
         c.liq.setItemxItmCOFEXP(0.5);
         QCOMPARE(c.liq.ItemCoeficienteExportacion(), 0.0);
         QCOMPARE(NumeroDeError([&] { c.liq.setNcmDerechoAdicional("x"); }), 13);
-    }
-
-    // Both marks become the system separator.
-    void separadorDecimal() {
-        for (const QString sep : {",", "."}) {
-            SeparadorDecimalScope scope(sep);
-            Calculadora c;
-            QString t = "1.234,5";
-            QCOMPARE(c.liq.ReemplazarSeparadorDecimal(t), "1" + sep + "234" + sep + "5");
-            QCOMPARE(t, "1" + sep + "234" + sep + "5");
-            QCOMPARE(c.liq.SeparadorDecimal() + c.liq.Obtener_Sep_Decim(), sep + sep);
-        }
     }
 
     // name | item -> BaseImponible | ValorDerechos | ValorEspecifico | ValorDIEM | Aux_PORCENTAJE |
@@ -187,9 +183,7 @@ private Q_SLOTS:
             pais socio             | $MIN;Pais=225       | 1000 | 0 | 0   | 0   | 10 | 0  | 1000
             pais bilateral         | $MIN;Pais=203       | 1000 | 0 | 0   | 0   | 10 | 0  | 1000
             pais fuera de la lista | $MIN;Pais=999       | 1000 | 0 | 150 | 0   | 10 | 10 | 1100
-            pais vacio             | $MIN;Pais=          | 1000 | 0 | 150 | 0   | 10 | 10 | 1100
             tope 30                | $MIN                | 1000 | 0 | 0   | 150 | 30 | 10 | 1150
-            tope 30 con ceros      | $MIN;Pais=0101      | 1000 | 0 | 0   | 150 | 30 | 10 | 1150
             tope 30 alcanzado      | $MIN;ValorEsp=400   | 1000 | 0 | 0   | 300 | 30 | 10 | 1300
             tope 35                | $MIN;Indicador=2    | 1000 | 0 | 0   | 150 | 35 | 10 | 1150
             sin indicador          | $MIN;Indicador=0    | 1000 | 0 | 0   | 0   | 0  | 10 | 1100
@@ -229,14 +223,12 @@ private Q_SLOTS:
     void baseIVA_data() {
         FilasDeTexto(R"(
             R extrazona             | $TAR;AEC=R                         | 1170 | 0   | 0    | 14 | 3
-            R pais vacio            | $TAR;AEC=R;Pais=                   | 1170 | 0   | 0    | 14 | 3
             R forzado               | $TAR;AEC=R;Force=1                 | 1130 | 0   | 0    | 10 | 3
             R bilateral             | $TAR;AEC=R;Pais=203                | 1000 | 105 | 10.5 | 0  | 0
             R bilateral mercosur    | $TAR;AEC=R;Pais=203;Mercosur=1     | 1000 | 105 | 10.5 | 0  | 0
             R socio                 | $TAR;AEC=R;Pais=225                | 1130 | 0   | 0    | 10 | 3
             R sin marca             | $TAR;AEC=R;ncm_AEC=                | 1130 | 0   | 0    | 10 | 3
             R sin marca mercosur    | $TAR;AEC=R;ncm_AEC=;Mercosur=1     | 1000 | 0   | 0    | 10 | 3
-            R sin marca minimo      | $TAR;$MIN;AEC=R;ncm_AEC=           | 1180 | 0   | 0    | 10 | 3
             P                       | $TAR;AEC=P                         | 1030 | 0   | 0    | 10 | 3
             N                       | $TAR;AEC=N                         | 1130 | 0   | 0    | 10 | 3
             N automotriz            | $TAR;AEC=N;Lista=314/R.AUTOMOTRIZ  | 1000 | 105 | 10.5 | 0  | 0
@@ -268,43 +260,6 @@ private Q_SLOTS:
         QCOMPARE(c.t.dialogos().todo(), QStringList());
     }
 
-    // The question of the automotive regime.
-    // name | item | what the screen saves ("-" nothing) -> questions | CalculoAEC | BaseIVA
-    void preguntaAEC_data() {
-        FilasDeTexto(R"(
-            reposicion         | Derecho=10;ValorAEC=14;ncm_AEC=*       | R | 1 | R | 1140
-            produccion         | Derecho=10;ValorAEC=14;ncm_AEC=*       | P | 1 | P | 1000
-            no                 | Derecho=10;ValorAEC=14;ncm_AEC=*       | N | 1 | N | 1100
-            sin respuesta      | Derecho=10;ValorAEC=14;ncm_AEC=*       | - | 1 | N | 1100
-            ya contestada      | Derecho=10;ValorAEC=14;ncm_AEC=*;AEC=P | R | 0 | P | 1000
-            posicion sin marca | Derecho=10;ValorAEC=14;ncm_AEC=        | R | 0 |   | 1100)");
-        for (const char* s : {",", "."})
-            QTest::addRow("marca con blancos [%s]", s)
-                << QString(s)
-                << QStringList{"", "Derecho=10;ValorAEC=14;ncm_AEC= * ", "R", "0", "", "1100"};
-    }
-    void preguntaAEC() {
-        FILA();
-        Calculadora c(kItem + f[1]);
-        int abierta = 0;
-        c.t.ctx().pantallas().Registrar(
-            "FrmABMClientes", [&](AppContext& ctx, const QVariantMap& args) {
-                ++abierta;
-                [&] { QCOMPARE(args.value("interno").toString(), kInterno); }();
-                if (f[2] != "-")
-                    GuardarRespuestaAEC(ctx.settings(), args.value("interno").toString(), f[2]);
-                return QVariant();
-            });
-        c.liq.setCalculoAEC("X");
-        c.liq.ObtenerBaseImponible();
-        QCOMPARE(c.liq.ObtenerBaseIVA(), N(f[5]));
-        QCOMPARE(abierta, int(N(f[3])));
-        QCOMPARE(c.liq.CalculoAEC(), f[4]);
-        // The answer stands for the next item: no second question.
-        c.liq.ObtenerBaseIVA();
-        QCOMPARE(abierta, int(f[2] == "-" ? 2 * N(f[3]) : N(f[3])));
-    }
-
     // Trapped failures: the calculator goes on with 0 after its message.
     // name | item -> BaseImponible | BaseIVA | ValorDerechos | the one message
     void fallos_data() {
@@ -320,7 +275,6 @@ private Q_SLOTS:
         // The duty of the base still enters the base of the taxes.
         const double iva = c.liq.ObtenerBaseIVA();
         QVERIFY(Cifras(f, 2, {bi, iva, c.liq.ValorDerechos()}));
-        QCOMPARE(c.liq.BaseIVA(), iva);
         QCOMPARE(c.liq.ValorDIEM() + c.liq.ValorEspecifico(), 0.0);
         const auto& r = c.t.dialogos().registro();
         QCOMPARE(r.size(), 1);
@@ -377,7 +331,6 @@ private Q_SLOTS:
             327, 329, 331, 332, 333, 335, 341, 344, 345, 346, 405, 406, 407, 409, 410, 411, 412,
             413, 414, 415, 416, 417, 418, 419, 420, 422, 423, 424, 425, 426, 427, 429, 430, 435,
             436, 438, 448, 449, 451, 501, 504, 512, 513, 518};
-        QCOMPARE(lista.size(), size_t(129));
         for (int n = -5; n <= 1000; ++n)
             QVERIFY2(PaisConTopeArancel(QString::number(n)) == (lista.count(n) == 1),
                      qPrintable(QString::number(n)));
@@ -386,30 +339,25 @@ private Q_SLOTS:
                 !PaisConTopeArancel("ABC"));
     }
 
+    // Subregimes with inputs (blanks aside), and temporary ones (exactly as written).
     void subregimenes() {
+        const QStringList insumos =
+            QString("EC02 EC03 EC04 EC05 EC06 EC16 EG02 EG03 IC81 IC82 IC83 DIR6 IC06 IC26 IC36 "
+                    "IG06 IT06 RnaE06 TG06 TG16 TR06 MARE IDT4")
+                .split(' ');
+        const QStringList temporales = QString("IT01 IT03 IT04 IT05 IT06 IT07 IT11 IT13 IT14 IT15 "
+                                               "IT16 IT17 ET01 ET02 ETA1 ETE1 ETE2")
+                                           .split(' ');
         for (const QString& s :
-             QString("EC02 EC03 EC04 EC05 EC06 EC16 EG02 EG03 IC81 IC82 IC83 DIR6 "
-                     "IC06 IC26 IC36 IG06 IT06 RnaE06 TG06 TG16 TR06 MARE IDT4")
-                 .split(' ')) {
-            QVERIFY2(SubregimenConInsumos(s), qPrintable(s));
-            QVERIFY2(SubregimenConInsumos(' ' + s + ' '), qPrintable(s));
-        }
-        for (const QString& s : QString("IT01 IT03 IT04 IT05 IT06 IT07 IT11 IT13 IT14 IT15 IT16 "
-                                        "IT17 ET01 ET02 ETA1 ETE1 ETE2")
-                                    .split(' ')) {
-            QVERIFY2(SubregimenTemporal(s), qPrintable(s));
+             insumos + temporales + QString("EC01 IC04 IT02 rnae06 IC8 ET03 ").split(' ')) {
+            QVERIFY2(SubregimenConInsumos(' ' + s + ' ') == insumos.contains(s), qPrintable(s));
+            QVERIFY2(SubregimenTemporal(s) == temporales.contains(s), qPrintable(s));
             QVERIFY2(!SubregimenTemporal(s + ' '), qPrintable(s));
         }
-        for (const char* s : {"EC01", "IC04", "IT02", "rnae06", "", "IC8", "ET03"})
-            QVERIFY2(!SubregimenConInsumos(s) && !SubregimenTemporal(s), s);
     }
-};
 
-// Every concept code of the liquidation, automatic and manual, computed by hand from its rule,
-// under "," and under "." as the system separator.
-class TestConceptos : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
+    // Every concept code of the liquidation, automatic and manual, computed by hand from its rule,
+    // under "," and under "." as the system separator.
     // name | item | code | percentage | base | second percentage | manual | without coefficient
     //  -> amount | base | LqPorc | percentage
     void concepto_data() {
@@ -422,21 +370,13 @@ private Q_SLOTS:
             010 automotriz|Derecho=10;Lista=314/R.AUTOMOTRIZ|010|Vacio|55||0|0|0|0|0|Vacio
             010 mineria manual|Derecho=10;Mineria=1|010|10|500||1|0|0|0|0|10
             010 especifico mayor|Derecho=10;Pais=999;CantEsp=1.5;ValorEsp=100|010|Vacio|0||0|0|0|1000|10|10
-            010 minimo|$MIN|010|Vacio|0||0|0|0|1000|10|10
             # 866: the common external tariff, also when manual.
             866 Vacio|$AEC|866|Vacio|0||0|0|105|1000|10.5|10.5
             866 mercosur|$AEC;Mercosur=1|866|Vacio|0||0|0|0|1000|0|0
             866 manual||866|5|200||1|0|50|1000|5|5
             # 852 and 415: VAT by the position's exemption (whole numbers round half to even).
             852 Vacio normal|$AEC;Exencion=2|852|Vacio|0||0|0|22.05|105|21|21
-            852 Vacio otra exencion|$AEC;Exencion=7|852|Vacio|0||0|0|22.05|105|21|21
             852 Vacio reducido|$AEC;Exencion=1|852|Vacio|0||0|0|11.03|105|10.5|10.5
-            852 Vacio exento|$AEC;Exencion=0|852|Vacio|0||0|0|0|105|0|0
-            852 con tasa|$AEC;Exencion=2|852|27|0||0|0|28.35|105|27|27
-            852 manual|$AEC;Exencion=2|852|21|400||1|0|84|400|21|21
-            415 Vacio normal|$IVA;Exencion=2|415|Vacio|0||0|0|237.3|1130|21|21
-            415 Vacio reducido|$IVA;Exencion=1|415|Vacio|0||0|0|118.65|1130|10.5|10.5
-            415 Vacio exento|$IVA;Exencion=0|415|Vacio|0||0|0|0|1130|0|0
             415 exencion 0.5 es 0|$IVA;Exencion=0.5|415|Vacio|0||0|0|0|1130|0|0
             415 exencion 1.4 es 1|$IVA;Exencion=1.4|415|Vacio|0||0|0|118.65|1130|10.5|10.5
             415 exencion 1.5 es 2|$IVA;Exencion=1.5|415|Vacio|0||0|0|237.3|1130|21|21
@@ -446,38 +386,28 @@ private Q_SLOTS:
             # 854 and 422: VAT additional; the reduced position takes the second rate.
             854 reducido|$AEC;Exencion=1|854|10|0|5|0|0|5.25|105|5|5
             854 exento|$AEC;Exencion=0|854|10|0|5|0|0|0|105|0|0
-            854 normal|$AEC;Exencion=2|854|10|0|5|0|0|10.5|105|10|10
             854 Vacio no es numero|$AEC;Exencion=2|854|Vacio|0||0|0|0|105|0|0
             854 sin segunda tasa|$AEC;Exencion=1|854|10|0||0|0|0|105|0|0
             854 manual|$AEC;Exencion=2|854|20|999||1|0|21|105|20|20
             422 normal|$IVA;Exencion=2|422|20|0|10|0|0|226|1130|20|20
-            422 reducido|$IVA;Exencion=1|422|20|0|10|0|0|113|1130|10|10
-            422 exento|$IVA;Exencion=0|422|20|0|10|0|0|0|1130|0|0
             422 manual|$IVA;Exencion=2|422|10|400||1|0|40|400|10|10
             # 856 and 424: income tax advance; 200 marks full exemption.
             856 Vacio|$AEC|856|Vacio|0||0|0|3.15|105|3|3
             856 exencion total|$AEC|856|200|0||0|0|0|105|0|0
             856 manual|$AEC|856|6|50||1|0|6.3|105|6|6
             424 Vacio|$IVA|424|Vacio|0||0|0|33.9|1130|3|3
-            424 Vacio IT04|$IVA;SubReg=IT04|424|Vacio|0||0|0|124.3|1130|11|11
-            424 exencion total|$IVA|424|200|0||0|0|0|1130|0|0
             424 IT04 automatico con 200|$IVA;SubReg=IT04|424|200|0||0|0|124.3|1130|11|11
             424 IT04 manual con 200|$IVA;SubReg=IT04|424|200|700||1|0|0|700|0|0
             424 IT04 manual|$IVA;SubReg=IT04|424|6|100||1|0|6|100|6|6
             # 059 and 015: the minimum and the specific duty of the comparison.
             059 minimo|$MIN|059|Vacio|0||0|0|150|1000|30|Vacio
-            059 minimo al tope|$MIN;ValorEsp=400|059|7|0||0|0|300|1000|30|7
             059 mercosur|$MIN;Mercosur=1|059|Vacio|9||0|0|0|0|0|Vacio
             059 sin minimo|Derecho=10|059|Vacio|9||0|0|0|0|0|Vacio
-            059 pais 310|Derecho=10;Pais=310;Indicador=1;CantEsp=4;ValorEsp=100|059|Vacio|0||0|0|300|1000|30|Vacio
             015 especifico|Derecho=10;Pais=999;CantEsp=1.5;ValorEsp=100|015|Vacio|77||0|0|150|150|0|Vacio
             015 sin especifico|Derecho=10|015|Vacio|77||0|0|0|77|0|Vacio
-            015 pais socio|Derecho=10;Pais=225;CantEsp=1.5;ValorEsp=100|015|Vacio|77||0|0|0|77|0|Vacio
-            015 pais 310 toma el tope|Derecho=10;Pais=310;Indicador=2;CantEsp=2;ValorEsp=100|015|Vacio|0||0|0|350|350|0|Vacio
             # 016: additional duty.
             016 Vacio|Adicional=24|016|Vacio|5||0|0|240|1000|24|24
             016 adicional con coma|Adicional=24,5|016|Vacio|5||0|0|245|1000|24.5|24.5
-            016 con tasa|Adicional=24|016|7.5|5||0|0|75|1000|7.5|7.5
             016 manual|Adicional=24|016|10|123.45||1|0|12.35|123.45|10|10
             # 020: export duty, with the export coefficient.
             020 sin coeficiente|SubReg=EC01;Expo=5|020|Vacio|0||0|0|50|1000|0|5
@@ -487,11 +417,9 @@ private Q_SLOTS:
             # 032: mining levy.
             032 sin mineria|TasaLey=1|032|Vacio|9||0|0|0|0|0|Vacio
             032 Vacio|Mineria=1;TasaLey=1|032|Vacio|9||0|0|10|1000|1|1
-            032 con tasa|Mineria=1;TasaLey=1|032|2.5|9||0|0|25|1000|2.5|2.5
             # 065: the duty of the country 310 is only ever entered by hand.
             065 manual||065|3|200||1|0|6|200|3|3
             065 pais 310|Pais=310|065|Vacio|9||0|0|0|0|0|Vacio
-            065 otro pais||065|Vacio|9||0|0|0|0|0|Vacio
             # 601 and 611: refunds, on amounts in the currency of the item.
             601 sin coeficiente|$REI|601|Vacio|9||0|0|46.5|930|5|Vacio
             601 pais bilateral|$REI;Pais=203|601|3|9||0|0|23.25|930|2.5|3
@@ -502,7 +430,6 @@ private Q_SLOTS:
             611 sin coeficiente|$REI|611|Vacio|9||0|0|0|0|0|Vacio
             # 500 and 501: the fixed system fee is not calculated here.
             500||500|12|40||0|0|0|0|0|0
-            501 manual||501|12|40||1|0|0|0|0|0
             # 011, 061, 062: the statistics fee by tier.
             011 Vacio|Estadistica=3|011|Vacio|9||0|0|30|1000|3|3
             011 manual|Estadistica=3|011|0.5|2000||1|0|10|2000|0.5|0.5
@@ -522,22 +449,17 @@ private Q_SLOTS:
             041 manual||041|2|5||1|0|20|1000|2|2
             # 900: gross income tax.
             900 Vacio|$IVA|900|Vacio|9||0|0|0|1130|0|0
-            900 con tasa|$IVA|900|3|9||0|0|33.9|1130|3|3
             900 manual|$IVA|900|3.5|1000||1|0|35|1000|3.5|3.5
             # 417: the internal tax (its decrees are read from the store; see the store test).
             417 manual||417|8|250||1|0|20|250|8|8
             417 sin decreto||417|Vacio|77||0|0|0|77|0|Vacio
             # FCV and any other code: a plain percentage; the one rounding is half away from zero.
             FCV Vacio||FCV|Vacio|9||0|0|0|1000|0|0
-            FCV con tasa||FCV|2|9||0|0|20|1000|2|2
             FCV manual||FCV|2|50||1|0|20|1000|2|2
-            otro manual||099|4|250||1|0|10|250|4|4
             otro Vacio||099|Vacio|250||0|0|0|1000|0|0
-            otro con tasa||099|1.5|250||0|0|15|1000|1.5|1.5
             otro base no redonda|DivFOB=1.1;FOB=1234.56|099|21|0||0|0|285.18|1358.016|21|21
             redondeo 2.675||099|1|267.5||1|0|2.68|267.5|1|1
-            redondeo -2.675||099|1|-267.5||1|0|-2.68|-267.5|1|1
-            redondeo 12.345||099|10|123.45||1|0|12.35|123.45|10|10)");
+            redondeo -2.675||099|1|-267.5||1|0|-2.68|-267.5|1|1)");
     }
     void concepto() {
         FILA();
@@ -595,41 +517,36 @@ private Q_SLOTS:
     // Statistics tiers: a base in the one-unit gap between tiers keeps the tier of the previous
     // call, and the fee enters neither base.
     void tramosEstadistica() {
-        struct Paso {
-            double fob, baseIVA;
-            const char* codigo;
-            double importe;
-            short tramo;
-        };
-        const Paso pasos[] = {
+        // FOB -> BaseIVA | concept | amount | tier
+        const std::tuple<double, double, const char*, double, short> pasos[] = {
             {85000, 85400, "061", 400, 2},        {79999.5, 79999.5, "061", 400, 2},
             {79999.5, 79999.5, "011", 0, 2},      {99999.5, 99999.5, "062", 0, 2},
             {79999, 82398.97, "011", 2399.97, 1}, {100000, 100500, "062", 500, 3}};
         for (const char* sep : {",", "."}) {
             SeparadorDecimalScope scope(sep);
             Calculadora c(kItem + "Estadistica=3");
-            for (const Paso& x : pasos) {
-                c.liq.setFOBTotalITEM(x.fob);
-                QCOMPARE(c.liq.ObtenerBaseImponible(), x.fob);
-                QCOMPARE(c.liq.ObtenerBaseIVA(), x.baseIVA);
+            for (const auto& [fob, baseIVA, codigo, importe, tramo] : pasos) {
+                c.liq.setFOBTotalITEM(fob);
+                c.liq.ObtenerBaseImponible();
+                QCOMPARE(c.liq.ObtenerBaseIVA(), baseIVA);
                 QString p = kVacio;
                 double b = 0;
-                QCOMPARE(c.Concepto(x.codigo, p, b), x.importe);
-                QCOMPARE(c.liq.TramoEstadistica(), x.tramo);
+                QCOMPARE(c.Concepto(codigo, p, b), importe);
+                QCOMPARE(c.liq.TramoEstadistica(), tramo);
             }
         }
     }
 
     // Failures inside a concept reach the caller.
     // name | item | code | percentage | base | manual -> number | description
-    void fallos_data() {
+    void fallosDeConcepto_data() {
         FilasDeTexto(R"(
             020 a -100             | CalcCoef=1 | 020 | -100  | 0     | 0 | 11 | División por cero
             tasa que no es numero  |            | 010 | abc   | 0     | 0 | 13 | No coinciden los tipos
             manual Vacio           |            | 099 | Vacio | 10    | 1 | 13 | No coinciden los tipos
             desbordamiento         |            | 099 | 1e300 | 1e300 | 1 | 6  | Desbordamiento)");
     }
-    void fallos() {
+    void fallosDeConcepto() {
         FILA();
         Calculadora c(kItem + f[1]);
         c.liq.ObtenerBaseImponible();
@@ -640,14 +557,13 @@ private Q_SLOTS:
         QCOMPARE(d, f[7]);
         QCOMPARE(c.t.dialogos().todo(), QStringList());
     }
-};
 
-// The internal tax of a position, read from the store USUARIO, and its concept 417, on SQLite and
-// on PostgreSQL, under "," and under ".".
-class TestImpuestosInternos : public QObject {
-    Q_OBJECT
-
-    static void Cargar(TestStores& t) {
+    // The internal tax of a position, read from the store USUARIO, and its concept 417, on SQLite
+    // and on PostgreSQL, under "," and under ".".
+    void concepto417_data() { test::FilasDeMotores(); }
+    void concepto417() {
+        MOTOR_O_SALTAR();
+        TestStores t(static_cast<Motor>(motor));
         schema::CrearOActualizar(t.stores());
         const QString sql =
             "insert into impuestos_internos (ncm, decreto, tasa_nominal) values (?, ?, ?)";
@@ -658,22 +574,11 @@ class TestImpuestosInternos : public QObject {
                                                  {"2402.20.00", "SINDEC", 100.0},
                                                  {"O'Brien", "DEC290_00", 10.0}})
             t.conexion("USUARIO").Ejecutar(sql, {ncm, decreto, tasa});
-    }
-
-private Q_SLOTS:
-    void concepto417_data() { test::FilasDeMotores(); }
-    void concepto417() {
-        MOTOR_O_SALTAR();
-        TestStores t(static_cast<Motor>(motor));
-        Cargar(t);
-        struct Caso {
-            QString ncm, decreto;
-            double nominal, efectiva, importe;
-        };
         // BaseIVA 1000. SINDEC: 1000 x 1.3 x effective rate / 100; DEC290_00: 1000 x effective
         // rate / 100; the effective rate is nominal x 100 / (100 - nominal). A position without
         // a row has no internal tax: what the previous one left is gone.
-        const Caso casos[] = {
+        // position | decree | nominal -> effective | amount
+        const std::tuple<QString, QString, double, double, double> casos[] = {
             {"2203.00.00", "SINDEC", 20, 25, 325},
             {"2204.10.00", "DEC290_00", 20, 25, 250},
             {"2204.21.00", "DEC999", 20, 25, 0},
@@ -688,19 +593,19 @@ private Q_SLOTS:
             AplicarAjustes(liq, t.ctx(), kItem);
             liq.ObtenerBaseImponible();
             QCOMPARE(liq.ObtenerBaseIVA(), 1000.0);
-            for (const Caso& k : casos) {
-                liq.GetMarcaImpuestosInternos(k.ncm);
-                QCOMPARE(liq.DecretoInterno(), k.decreto);
-                QCOMPARE(liq.TasaNominal(), k.nominal);
+            for (const auto& [ncm, decreto, nominal, efectiva, importe] : casos) {
+                liq.GetMarcaImpuestosInternos(ncm);
+                QCOMPARE(liq.DecretoInterno(), decreto);
+                QCOMPARE(liq.TasaNominal(), nominal);
                 QCOMPARE(liq.TasaEfectiva(), 0.0);
                 QString p = kVacio;
                 double b = 5;
-                QCOMPARE(liq.ObtenerValorConcepto("417", p, 0, b, {}, 0), k.importe);
-                QCOMPARE(liq.TasaEfectiva(), k.efectiva);
-                QCOMPARE(liq.ObtenerLqPorc(), k.nominal);
-                QCOMPARE(b, k.decreto.isEmpty() ? 5.0 : 1000.0);
-                QCOMPARE(p, k.decreto.isEmpty() ? kVacio
-                                                : ConSeparador(QString::number(k.nominal), sep));
+                QCOMPARE(liq.ObtenerValorConcepto("417", p, 0, b, {}, 0), importe);
+                QCOMPARE(liq.TasaEfectiva(), efectiva);
+                QCOMPARE(liq.ObtenerLqPorc(), nominal);
+                QCOMPARE(b, decreto.isEmpty() ? 5.0 : 1000.0);
+                QCOMPARE(p,
+                         decreto.isEmpty() ? kVacio : ConSeparador(QString::number(nominal), sep));
             }
             // A nominal rate of 100 divides by zero, and the failure reaches the caller.
             liq.GetMarcaImpuestosInternos("2402.20.00");
@@ -720,110 +625,64 @@ private Q_SLOTS:
         QCOMPARE(liq.DecretoInterno(), QString());
         QCOMPARE(t.dialogos().todo(), QStringList());
     }
-};
 
-// The question of the automotive regime: the answer kept per operation, the form driven from the
-// keyboard, and the form opened by the calculator through the screens service.
-namespace {
-
-// A settings store that keeps every write in order.
-struct SettingsGrabados {
-    QStringList escrituras;
-    void SaveSetting(const QString& app, const QString& seccion, const QString& clave,
-                     const QString& valor) {
-        escrituras << app + '/' + seccion + '/' + clave + '=' + valor;
-    }
-};
-
-QString AEC(TestStores& t) {
-    return t.settings().GetSetting("KORVEN", "AEC", kInterno, "<nada>");
-}
-
-// Clicks an option on its indicator (the middle of a wide option is outside its click area).
-void Clic(QRadioButton* op) {
-    QTest::mouseClick(op, Qt::LeftButton, {}, QPoint(6, op->height() / 2));
-}
-
-} // namespace
-
-class TestFrmABMClientes : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    // The key is written empty first, then with the answer.
-    void ordenDeEscritura() {
-        SettingsGrabados s;
-        GuardarRespuestaAEC(s, "A-1", "R");
-        QCOMPARE(s.escrituras, (QStringList{"KORVEN/AEC/A-1=", "KORVEN/AEC/A-1=R"}));
-    }
-
-    // name | keys -> answer | accepted
-    void teclado_data() {
+    // The question of the automotive regime: the form the calculator opens through the screens
+    // service, driven from the keyboard ("-": no question), the answer saved for the operation
+    // and kept for the next item, and the base of the taxes that follows.
+    // name | item | keys -> answer | BaseIVA
+    void preguntaAEC_data() {
         FilasDeTexto(R"(
-            reposicion y si           | rep alt+s       | R | 1
-            flecha a reposicion y si  | pro right alt+s | R | 1
-            produccion y si           | alt+s           | P | 1
-            enter                     | enter           | P | 1
-            produccion y no           | alt+n           | N | 0
-            reposicion y no           | rep alt+n       | N | 0
-            esc                       | rep esc         | N | 0)",
-                     false);
+            reposicion y si          |                        | rep alt+s       | R | 1140
+            flecha a reposicion y si |                        | pro right alt+s | R | 1140
+            produccion y si          |                        | alt+s           | P | 1000
+            enter                    |                        | enter           | P | 1000
+            reposicion y no          |                        | rep alt+n       | N | 1100
+            esc                      |                        | rep esc         | N | 1100
+            ya contestada            | AEC=P                  | -               | P | 1000
+            posicion sin marca       | ncm_AEC=               | -               |   | 1100
+            marca con blancos        | ncm_AEC= * ;Derecho=10 | -               |   | 1100)");
     }
-    void teclado() {
-        QFETCH(QStringList, f);
-        TestStores t(Motor::SQLite);
-        t.settings().SaveSetting("KORVEN", "AEC", kInterno, "X");
-        FrmABMClientes w(t.ctx(), {{"interno", kInterno}});
-        w.show();
-        QVERIFY(QTest::qWaitForWindowActive(&w));
-        for (const QString& k : f[1].split(' ')) {
-            if (k == "rep")
-                Clic(Control<QRadioButton>(&w, "opREP"));
-            else if (k == "pro")
-                Control<QRadioButton>(&w, "opPRO")->setFocus();
-            else if (k.startsWith("alt+"))
-                QTest::keyClick(&w, k == "alt+s" ? Qt::Key_S : Qt::Key_N, Qt::AltModifier);
-            else
-                QTest::keyClick(QApplication::focusWidget(), k == "right"   ? Qt::Key_Right
-                                                             : k == "enter" ? Qt::Key_Return
-                                                                            : Qt::Key_Escape);
-        }
-        // A mnemonic clicks its button a moment later, as a click shows on the screen.
-        QTRY_VERIFY(!w.isVisible());
-        QCOMPARE(w.result(), f[3] == "1" ? int(QDialog::Accepted) : int(QDialog::Rejected));
-        QCOMPARE(AEC(t), f[2]);
-        QCOMPARE(w.property("Respuesta").toString(), f[2]);
-    }
-
-    // The calculator asks through the screens service, and goes on with the answer saved.
-    // name | reposition -> answer | BaseIVA
-    void desdeLaCalculadora_data() {
-        FilasDeTexto(R"(
-            reposicion | 1 | R | 1140
-            produccion | 0 | P | 1000)");
-    }
-    void desdeLaCalculadora() {
+    void preguntaAEC() {
         FILA();
-        Calculadora c(kItem + "Derecho=10;ValorAEC=14;ncm_AEC=*");
-        RegistrarPantallasLiquidacion(c.t.ctx().pantallas());
+        Calculadora c(kItem + "Derecho=10;ValorAEC=14;ncm_AEC=*;" + f[1]);
+        c.liq.setCalculoAEC("X");
         c.liq.ObtenerBaseImponible();
-        QString titulo;
-        AlAbrirse([&](QWidget* w) {
-            titulo = w->windowTitle();
-            if (f[1] == "1")
-                Clic(Control<QRadioButton>(w, "opREP"));
-            QTest::keyClick(w, Qt::Key_S, Qt::AltModifier);
-        });
-        QCOMPARE(c.liq.ObtenerBaseIVA(), N(f[3]));
-        QCOMPARE(titulo, QStringLiteral(" Régimen Automotriz"));
-        QCOMPARE(c.liq.CalculoAEC(), f[2]);
-        QCOMPARE(AEC(c.t), f[2]);
+        // Without the screens installed a question would be refused with a message.
+        if (f[2] != "-") {
+            RegistrarPantallasLiquidacion(c.t.ctx().pantallas());
+            AlAbrirse([&](QWidget* w) {
+                for (const QString& k : f[2].split(' ')) {
+                    auto* op = Control<QRadioButton>(w, k == "rep" ? "opREP" : "opPRO");
+                    if (k == "rep") // on its indicator: the middle of the option is outside it
+                        QTest::mouseClick(op, Qt::LeftButton, {}, QPoint(6, op->height() / 2));
+                    else if (k == "pro")
+                        op->setFocus();
+                    else if (k.startsWith("alt+"))
+                        QTest::keyClick(w, k == "alt+s" ? Qt::Key_S : Qt::Key_N, Qt::AltModifier);
+                    else
+                        QTest::keyClick(QApplication::focusWidget(),
+                                        k == "right"
+                                            ? Qt::Key_Right
+                                            : (k == "enter" ? Qt::Key_Return : Qt::Key_Escape));
+                }
+            });
+        }
+        QCOMPARE(c.liq.ObtenerBaseIVA(), N(f[4]));
+        QCOMPARE(c.liq.CalculoAEC(), f[3]);
         QCOMPARE(c.t.dialogos().todo(), QStringList());
+        // The answer stands for the next item: no second question.
+        int otra = 0;
+        c.t.ctx().pantallas().Registrar("FrmABMClientes", [&](AppContext&, const QVariantMap&) {
+            ++otra;
+            return QVariant();
+        });
+        QCOMPARE(c.liq.ObtenerBaseIVA(), N(f[4]));
+        QCOMPARE(otra, 0);
     }
 };
 
 int main(int argc, char** argv) {
-    return korven::test::EjecutarClases<QApplication, TestClassLiquidacion, TestConceptos,
-                                        TestImpuestosInternos, TestFrmABMClientes>(argc, argv);
+    return korven::test::EjecutarClases<QApplication, TestLiquidacion>(argc, argv);
 }
 
 #include "test_liquidacion.moc"

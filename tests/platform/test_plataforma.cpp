@@ -23,38 +23,37 @@ using namespace korven;
 
 // Every number case runs under both system separators; expectations are written with "." and
 // the separator is put in for the "," run.
-class TestFormato : public QObject {
+class TestPlataforma : public QObject {
     Q_OBJECT
+
+    QTemporaryDir tmp_;
+    QString escribir(const QByteArray& contenido) {
+        const QString ruta = tmp_.filePath("KORVEN.ini");
+        QFile f(ruta);
+        f.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        f.write(contenido);
+        return ruta;
+    }
+    static QByteArray leer(const QString& ruta) {
+        QFile f(ruta);
+        f.open(QIODevice::ReadOnly);
+        return f.readAll();
+    }
+
 private Q_SLOTS:
     // value | mask -> text
     void mascaras_data() {
         FilasDeTexto(R"(
-            5           | 00.00      | 05.00
             # binary 2.67499..., decimal 2.675
             2.675       | 00.00      | 02.68
             -2.675      | 00.00      | -02.68
-            1.005       | 00.00      | 01.01
-            1.004999    | 00.00      | 01.00
             99.995      | 00.00      | 100.00
-            1234567.891 | 00.00      | 1234567.89
             # no negative zero
             -0.001      | 00.00      | 00.00
-            0           | 00.00      | 00.00
             0.5         | ##.00      | .50
-            12.5        | ##.00      | 12.50
             1.23456789  | 00.0000    | 01.2346
-            0.00005     | 00.0000    | 00.0001
-            1.5         | 000        | 002
             2.5         | 0000       | 0003
-            -1.5        | 000        | -002
-            7           | 00         | 07
-            123         | 00         | 123
-            0.123456789 | 0.000000   | 0.123457
-            12.3456785  | 000.000000 | 012.345679
-            1.0000005   | 00.000000  | 01.000001
-            9.9996      | 00.000     | 10.000
-            1.000005    | 00.00000   | 01.00001
-            3.14159     | 00.000     | 03.142)");
+            12.3456785  | 000.000000 | 012.345679)");
     }
     void mascaras() {
         FILA();
@@ -66,12 +65,8 @@ private Q_SLOTS:
 
     void fechas_data() {
         FilasDeTexto(R"(
-            largo domingo        | 2026-11-22 | Long Date  | domingo, 22 de noviembre de 2026
             largo miercoles      | 2026-11-25 | Long Date  | miércoles, 25 de noviembre de 2026
             largo sabado enero   | 2022-01-01 | Long Date  | sábado, 1 de enero de 2022
-            barras               | 2026-01-05 | dd/mm/yyyy | 05/01/2026
-            guiones              | 2026-01-05 | dd-mm-yyyy | 05-01-2026
-            anio corto           | 2009-12-31 | dd-mm-yy   | 31-12-09
             mascara del arranque | 2026-11-22 | yyyyMMdd   | 20261122
             fecha invalida       |            | dd/mm/yyyy |)");
     }
@@ -87,28 +82,6 @@ private Q_SLOTS:
         QCOMPARE(Formato(QVariant("no es fecha"), "dd/mm/yyyy"), QStringLiteral("no es fecha"));
     }
 
-    // name | base | rate -> amount
-    void importePorcentual_data() {
-        FilasDeTexto(R"(
-            2.675 sube             | 267.5  | 1        | 2.68
-            -2.675 baja            | -267.5 | 1        | -2.68
-            iva 21                 | 1000   | 21       | 210
-            derechos 10 sobre 1110 | 1110   | 10       | 111
-            34.99965               | 333.33 | 10.5     | 35
-            0.125                  | 100    | 0.125    | 0.13
-            0.124999               | 100    | 0.124999 | 0.12
-            1.005                  | 100.5  | 1        | 1.01
-            tasa cero              | 1000   | 0        | 0)");
-    }
-    void importePorcentual() {
-        FILA();
-        QCOMPARE(ImportePorcentual(N(f[1]), N(f[2])), N(f[3]));
-    }
-};
-
-class TestValueRules : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
     // The two readings of a number: a value kept as text in a store is read with ".", whatever
     // the locale; a text typed by the clerk follows the system separator, and a text that mixes
     // the two marks in a way that could be read two ways is refused.
@@ -118,27 +91,21 @@ private Q_SLOTS:
             # A store's text column under either separator: "1.5" is one and a half, never 15.
             , store 1.5   | , | 1.5      | 0 | 0       | 1 | 1.5
             . store 1.5   | . | 1.5      | 1 | 1.5     | 1 | 1.5
-            , store -0.25 | , | -0.25    | 0 | 0       | 1 | -0.25
             # Typed with the system separator, with and without thousands.
             , 1,5         | , | 1,5      | 1 | 1.5     | 0 | 0
             , 1.234,56    | , | 1.234,56 | 1 | 1234.56 | 0 | 0
-            , 1.234.567   | , | 1.234.567| 1 | 1234567 | 0 | 0
             , -1.500      | , | -1.500   | 1 | -1500   | 1 | -1.5
             , ,5          | , | ,5       | 1 | 0.5     | 0 | 0
             . 1,234.56    | . | 1,234.56 | 1 | 1234.56 | 0 | 0
-            . 1,500       | . | 1,500    | 1 | 1500    | 0 | 0
             # Refused: the marks the wrong way round, a badly grouped thousand, two decimal marks.
             , 1,234.56    | , | 1,234.56 | 0 | 0       | 0 | 0
-            , 1,234.5     | , | 1,234.5  | 0 | 0       | 0 | 0
             . 1.234,56    | . | 1.234,56 | 0 | 0       | 0 | 0
             , 12.34       | , | 12.34    | 0 | 0       | 1 | 12.34
             . 1,5         | . | 1,5      | 0 | 0       | 0 | 0
-            , 1,2,3       | , | 1,2,3    | 0 | 0       | 0 | 0
             , 1.2345,6    | , | 1.2345,6 | 0 | 0       | 0 | 0
             . -           | . | -        | 0 | 0       | 0 | 0
             . 1e3         | . | 1e3      | 0 | 0       | 1 | 1000
             , vacio       | , |          | 0 | 0       | 0 | 0
-            , letras      | , | abc      | 0 | 0       | 0 | 0
             . entero      | . |  42      | 1 | 42      | 1 | 42)",
                      false);
     }
@@ -161,10 +128,8 @@ private Q_SLOTS:
         for (const char* sep : {",", "."}) {
             SeparadorDecimalScope scope(sep);
             for (const auto& [v, n] : {std::pair{QVariant(), 0.0},
-                                       {QVariant(2.5), 2.5},
                                        {QVariant(qlonglong(42)), 42.0},
-                                       {QVariant(" 42 "), 42.0},
-                                       {QVariant("-3"), -3.0}}) {
+                                       {QVariant(" -3 "), -3.0}}) {
                 QCOMPARE(EsNumerico(v), v.isValid());
                 QCOMPARE(EsNumero(v), n);
             }
@@ -172,55 +137,34 @@ private Q_SLOTS:
             QCOMPARE(ReemplazarSeparadorDecimal("1.234,5"), QString("1") + sep + "234" + sep + "5");
             QCOMPARE(PonerPuntoDecimal(QString("21") + sep + "5"), QStringLiteral("21.5"));
         }
-        QCOMPARE(EsNull(QVariant()), QString());
-        QCOMPARE(EsNull(QVariant("x")), QStringLiteral("x"));
-        QVERIFY(EsVacio(QVariant()) && EsVacio(QVariant("   ")));
-        QVERIFY(!EsVacio(QVariant(" a ")) && !EsVacio(QVariant(0)));
+        QCOMPARE(EsNull(QVariant()) + EsNull(QVariant("x")), QStringLiteral("x"));
+        QVERIFY(EsVacio(QVariant("   ")) && !EsVacio(QVariant(" a ")) && !EsVacio(QVariant(0)));
     }
 
-    // name | system separator | value | store separator -> SQL text
-    void sqlNumero_data() {
-        FilasDeTexto(R"(
-            coma tipeada al store  | , | 1,5 | . | 1.5
-            punto tipeado al store | . | 1.5 | . | 1.5
-            store con coma         | . | 1.5 | , | 1,5
-            # Both marks become the separator: the statement then fails; the screens send one only.
-            miles y decimales      | , | 1.234,5 | . | 1234.5
-            no numero              | , | abc | . | 0
-            vacio                  | . |     | . | 0)",
-                     false);
-    }
+    // An amount reaches SQL with the store's decimal point, under either system separator.
     void sqlNumero() {
-        QFETCH(QStringList, f);
-        SeparadorDecimalScope scope(f[1]);
-        QCOMPARE(SqlNumero(f[2], f[3]), f[4]);
-        QCOMPARE(SqlNumero(QVariant(1234.25), f[3]), "1234" + f[3] + "25");
+        for (const QString sep : {",", "."}) {
+            SeparadorDecimalScope scope(sep);
+            QCOMPARE(SqlNumero("1" + sep + "5", ","), QStringLiteral("1,5"));
+            QCOMPARE(SqlNumero(QVariant(1234.25), ","), QStringLiteral("1234,25"));
+            QCOMPARE(SqlNumero(QVariant(1234.25), "."), QStringLiteral("1234.25"));
+        }
     }
 
     void textos() {
-        QCOMPARE(ComponerValor("abcdefghijklmnopqrstuvwxy"),
-                 QStringLiteral("ABCDEFGHIJKLMNOPQRST"));
-        QCOMPARE(ComponerValor("  año-2026 (x) "), QStringLiteral("AÑO 2026  X "));
+        QCOMPARE(ComponerValor("  año-2026 (x) abcdefghijk"),
+                 QStringLiteral("AÑO 2026  X  ABCDEFG"));
         QCOMPARE(ComponerValor("éa/.,#&*"), QStringLiteral(" A/.,#& "));
         QCOMPARE(LimpiarTexto(" a-(b)   c- "), QStringLiteral("a b c"));
-        QCOMPARE(LimpiarTexto("-()"), QString());
         QCOMPARE(SqlTexto("D'Angelo y O''Neil"), QStringLiteral("'D''Angelo y O''''Neil'"));
-        QCOMPARE(SqlTexto(""), QStringLiteral("''"));
         QCOMPARE(SqlNumero(QVariant(), "."), QStringLiteral("0"));
-        QCOMPARE(SqlNumero(QVariant(7), "."), QStringLiteral("7"));
-        QCOMPARE(SqlNumero(QVariant(-0.5), "."), QStringLiteral("-0.5"));
         SeparadorDecimalScope coma(",");
         QCOMPARE(SqlNumero(QVariant("2,75"), " "), QStringLiteral("2.75"));
-        QCOMPARE(Rellenar("abc", 5), QStringLiteral("  abc"));
-        QCOMPARE(Rellenar("abcdef", 3), QStringLiteral("abc"));
-        QCOMPARE(DirectorioNormal(QString()), QString(QDir::separator()));
-        QCOMPARE(DirectorioNormal("/opt/korven"), "/opt/korven" + QString(QDir::separator()));
-        QCOMPARE(DirectorioNormal("/opt/korven/"), QStringLiteral("/opt/korven/"));
+        QCOMPARE(Rellenar("abc", 5) + Rellenar("abcdef", 3), QStringLiteral("  abcabc"));
         // What a text box lets in.
         QCOMPARE(SinControles(QString("A") + QChar(0) + "B\x01\x1f\x7f" + QChar(0x85) + "C"),
                  QStringLiteral("ABC"));
-        QCOMPARE(SinControles("a\tb\r\nc"), QStringLiteral("a\tb\r\nc"));
-        QCOMPARE(SinControles("clave \xF0\x9D\x84\x9E ok"), QString("clave \xF0\x9D\x84\x9E ok"));
+        QCOMPARE(SinControles("a\tb\r\n\xF0\x9D\x84\x9E"), QString("a\tb\r\n\xF0\x9D\x84\x9E"));
         QCOMPARE(SinControles(QString("ab\xF0\x9D\x84\x9E").left(3) + "c" + QChar(0xDD1E)),
                  QStringLiteral("abc"));
     }
@@ -234,62 +178,28 @@ private Q_SLOTS:
             QVERIFY2(!ValidaMail(m), m);
     }
 
+    // A field not in the record, or read past its end.
     void recordset() {
-        QVERIFY(!IsRecord(Recordset()));
-        Recordset rs({"Interno", "valor"},
-                     {{QVariant("A1"), QVariant(1.5)}, {QVariant("A2"), QVariant()}});
-        QVERIFY(IsRecord(rs));
-        QCOMPARE(rs.Fields("INTERNO").toString(), QStringLiteral("A1"));
-        rs.MoveNext();
-        QCOMPARE(EsNumero(rs.Fields("valor")), 0.0);
-        QCOMPARE(EsNull(rs.Fields("valor")), QString());
+        Recordset rs({"Interno"}, {{QVariant("A1")}});
         QCOMPARE(korven::test::NumeroDeError([&] { rs.Fields("noexiste"); }), 3265);
         rs.MoveNext();
-        QVERIFY(rs.Eof());
         QVERIFY_THROWS_EXCEPTION(KorvenError, rs.Fields(0));
     }
-};
 
-class TestIniFile : public QObject {
-    Q_OBJECT
-
-    QTemporaryDir tmp_;
-    QString escribir(const QByteArray& contenido) {
-        const QString ruta = tmp_.filePath("KORVEN.ini");
-        QFile f(ruta);
-        f.open(QIODevice::WriteOnly | QIODevice::Truncate);
-        f.write(contenido);
-        return ruta;
-    }
-    static QByteArray leer(const QString& ruta) {
-        QFile f(ruta);
-        f.open(QIODevice::ReadOnly);
-        return f.readAll();
-    }
-
-private Q_SLOTS:
-    // name | section | key -> value
-    void lectura_data() {
-        FilasDeTexto(R"(
-            clave y seccion sin mayusculas | GENERAL    | CORDANO            | S
-            valor recortado                | BASESERVER | INTERNO            | C:\korven\db\
-            clave con guion                | general    | diemchina-prefporc | abc
-            vacia                          | GENERAL    | VACIA              |
-            falta la clave                 | GENERAL    | LISTADO            |
-            falta la seccion               | SMTP       | SERVER             |
-            otra seccion no cuenta         | BASESERVER | CORDANO            |
-            comillas                       | GENERAL    | COMILLAS           | con blancos_)",
-                     false);
-    }
+    // Names without regard to case; values trimmed unless quoted; a key only in its section.
     void lectura() {
-        QFETCH(QStringList, f);
         const QString ruta = escribir("; comentario\n[BaseServer]\nInterno = C:\\korven\\db\\ \n"
                                       "[general]\ncordano=S\nDIEMCHINA-PrefPorc=abc\nVACIA=\n"
                                       "COMILLAS=\"con blancos \"\n");
-        QCOMPARE(IniFile::Leer(f[2], f[1], ruta), f[3].replace('_', ' '));
-    }
-
-    void lecturaCrlfYLarga() {
+        QCOMPARE(IniFile::Leer("CORDANO", "GENERAL", ruta), QStringLiteral("S"));
+        QCOMPARE(IniFile::Leer("INTERNO", "BASESERVER", ruta), QStringLiteral("C:\\korven\\db\\"));
+        QCOMPARE(IniFile::Leer("diemchina-prefporc", "general", ruta), QStringLiteral("abc"));
+        QCOMPARE(IniFile::Leer("COMILLAS", "GENERAL", ruta), QStringLiteral("con blancos "));
+        for (const auto& [clave, seccion] : {std::pair{"VACIA", "GENERAL"},
+                                             {"LISTADO", "GENERAL"},
+                                             {"SERVER", "SMTP"},
+                                             {"CORDANO", "BASESERVER"}})
+            QVERIFY2(IniFile::Leer(clave, seccion, ruta).isEmpty(), clave);
         QCOMPARE(IniFile::Leer("LISTADO", "GENERAL", escribir("[GENERAL]\r\nLISTADO=1\r\n")), "1");
         QCOMPARE(IniFile::Leer("K", "G", escribir("[G]\nK=" + QByteArray(800, 'x') + "\n")),
                  QString(750, 'x'));
@@ -305,7 +215,6 @@ private Q_SLOTS:
         QCOMPARE(leer(ruta),
                  QByteArray("; cabecera\n[BASESERVER]\nncm=/a/\nINTERNO=/b/\n\n[GENERAL]\n"
                             "CORDANO=S\nLISTADO=0\n\n[SMTP]\nSERVER=mail\n"));
-        QCOMPARE(IniFile::Leer("Interno", "BaseServer", ruta), QStringLiteral("/b/"));
         const QString nuevo = tmp_.filePath("nuevo.ini");
         QVERIFY(IniFile::Escribir("BASELOCAL", "usuario", "/u/", nuevo));
         QCOMPARE(leer(nuevo), QByteArray("[BASELOCAL]\nUSUARIO=/u/\n"));
@@ -320,7 +229,6 @@ private Q_SLOTS:
         QCOMPARE(a.GetSetting("KORVEN", "AEC", "100", "N"), QStringLiteral("N"));
         a.SaveSetting("KORVEN", "AEC", "100", "R");
         a.SaveSetting("KORVEN", "100/A", "FLAG0", "tab\tlinea\n%");
-        a.SaveSetting("GENERAL", "OBJ", "CancelManual", "S");
         // Names compare without regard to case.
         QCOMPARE(a.GetSetting("korven", "aec", "100"), QStringLiteral("R"));
         // A second store on the same folder (another process of the same user) sees the values.
@@ -333,27 +241,16 @@ private Q_SLOTS:
         QCOMPARE(b.GetSetting("KORVEN", "AEC", "100", "N"), QStringLiteral("N"));
         b.DeleteSetting("KORVEN", "100/A");
         QCOMPARE(a.GetSetting("KORVEN", "100/A", "FLAG0", "x"), QStringLiteral("x"));
-        QCOMPARE(a.GetSetting("GENERAL", "OBJ", "CANCELMANUAL"), QStringLiteral("S"));
     }
-};
 
-// The one way of reading and writing, on both engines.
-class TestStoresPlataforma : public QObject {
-    Q_OBJECT
-
-    static Conexion& Prueba(TestStores& t) {
+    // The one way of reading and writing, on both engines.
+    void stores_data() { test::FilasDeMotores(); }
+    void stores() {
+        MOTOR_O_SALTAR();
+        TestStores t(static_cast<Motor>(motor));
         Conexion& c = t.conexion("INTERNOS");
         c.Ejecutar("create table prueba (interno text, descripcion text, valor double precision, "
                    "fecha date)");
-        return c;
-    }
-
-private Q_SLOTS:
-    void leerYEscribir_data() { test::FilasDeMotores(); }
-    void leerYEscribir() {
-        MOTOR_O_SALTAR();
-        TestStores t(static_cast<Motor>(motor));
-        Conexion& c = Prueba(t);
         const QString sep = t.stores().getDecimalSeparatorbyEntity("INTERNOS");
         const QString fecha = t.stores().getDateFormatbyEntity("INTERNOS", QDate(2026, 11, 22));
         SeparadorDecimalScope coma(",");
@@ -375,31 +272,14 @@ private Q_SLOTS:
         QCOMPARE(c.Escalar("select descripcion from prueba").toString(),
                  QStringLiteral("O'Higgins"));
         c.setSql("select * from prueba where interno = 'no'");
-        QVERIFY(!c.CrearRs(rs));
-        QVERIFY(!IsRecord(rs));
-        // A quote typed into a value that bypassed the quoting helper breaks the statement and
-        // leaves the record as it was.
-        try {
-            c.Ejecutar("update prueba set descripcion = 'D'Angelo' where interno = '100'");
-            QFAIL("la sentencia debía fallar");
-        } catch (const KorvenError& e) {
-            QVERIFY(e.numero() != 0 && e.origen().contains("D'Angelo"));
-        }
-        QCOMPARE(c.Escalar("select descripcion from prueba").toString(),
-                 QStringLiteral("O'Higgins"));
-    }
+        QVERIFY(!c.CrearRs(rs) && !IsRecord(rs));
 
-    void funcionesSql_data() { test::FilasDeMotores(); }
-    void funcionesSql() {
-        MOTOR_O_SALTAR();
-        TestStores t(static_cast<Motor>(motor));
-        Conexion& c = Prueba(t);
+        // The functions of the system's SQL on either engine.
         QCOMPARE(
             c.Escalar("select left('8703.23.10', 4) || '|' || right('8703.23.10', 2)").toString(),
             QStringLiteral("8703|10"));
         QCOMPARE(c.Escalar("select left('añoñ', 2) || right('añoñ', 2)").toString(),
                  QStringLiteral("añoñ"));
-        QCOMPARE(c.Escalar("select length(right('abc', 5))").toInt(), 3);
         // Text that only looks like a call stays as typed.
         QCOMPARE(c.Escalar("select 'a left(b) right (c)' || LEFT ( 'xyz' , 1)").toString(),
                  QStringLiteral("a left(b) right (c)x"));
@@ -408,21 +288,14 @@ private Q_SLOTS:
                                                        {-2.675, "00.00", -2.68},
                                                        {1.23456789, "00.000000", 1.234568},
                                                        {0.5, "00.", 1.0}}) {
-            c.Ejecutar("delete from prueba");
-            c.Ejecutar(
-                QString("insert into prueba (valor) values (%1)").arg(SqlNumero(valor, ".")));
+            c.Ejecutar(QString("update prueba set valor = %1").arg(SqlNumero(valor, ".")));
             const QString expr = RedondeoSql(t.stores(), "INTERNOS", "valor", mascara);
             QCOMPARE(EsNumero(c.Escalar("select " + expr + " from prueba")), esperado);
         }
-    }
 
-    void transaccion_data() { test::FilasDeMotores(); }
-    void transaccion() {
-        MOTOR_O_SALTAR();
-        TestStores t(static_cast<Motor>(motor));
-        Conexion& c = Prueba(t);
+        // A normal end commits; nested scopes share the outer transaction; an explicit undo
+        // undoes. (A failed statement undoing the action: see the copy of an Operation.)
         auto contar = [&] { return int(EsNumero(c.Escalar("select count(*) from prueba"))); };
-        // A normal end commits; nested scopes share the outer transaction.
         {
             Transaccion tx(t.stores(), {"INTERNOS", "INTERNOS"});
             c.Ejecutar("insert into prueba (interno) values ('2')");
@@ -431,30 +304,16 @@ private Q_SLOTS:
                 c.Ejecutar("insert into prueba (interno) values ('3')");
             }
         }
-        QCOMPARE(contar(), 2);
-        // A failed statement in the middle of the action undoes the statements before it.
-        QVERIFY(korven::test::NumeroDeError([&] {
-                    Transaccion tx(t.stores(), {"INTERNOS"});
-                    c.Ejecutar("delete from prueba");
-                    c.Ejecutar("insert into tabla_que_no_existe values (1)");
-                }) != -1);
-        QCOMPARE(contar(), 2);
-        // An explicit undo.
+        QCOMPARE(contar(), 3);
         {
             Transaccion tx(t.stores(), {"INTERNOS"});
             c.Ejecutar("delete from prueba");
             tx.Deshacer();
         }
-        QCOMPARE(contar(), 2);
-    }
+        QCOMPARE(contar(), 3);
 
-    void entidades_data() { test::FilasDeMotores(); }
-    void entidades() {
-        MOTOR_O_SALTAR();
-        TestStores t(static_cast<Motor>(motor));
         StoreDirectory& s = t.stores();
-        Conexion& internos = s.getDataConnectionByEntity("INTERNOS");
-        QCOMPARE(&internos, &s.getDataConnectionByEntity("ncm"));
+        QCOMPARE(&c, &s.getDataConnectionByEntity("ncm"));
         QCOMPARE(s.getDataConnectionTAG(),
                  static_cast<Motor>(motor) == Motor::PostgreSQL ? "POSTGRESQL" : "SQLITE");
         if (static_cast<Motor>(motor) == Motor::SQLite)
@@ -481,8 +340,7 @@ private Q_SLOTS:
 };
 
 int main(int argc, char** argv) {
-    return korven::test::EjecutarClases<QCoreApplication, TestFormato, TestValueRules, TestIniFile,
-                                        TestStoresPlataforma>(argc, argv);
+    return korven::test::EjecutarClases<QCoreApplication, TestPlataforma>(argc, argv);
 }
 
 #include "test_plataforma.moc"
