@@ -3,6 +3,7 @@
 #include "foundation/LeerConfig.h"
 #include "goods/CargaSubItems.h"
 #include "goods/ImportadorSubItems.h"
+#include "goods/PantallasNomenclador.h"
 #include "platform/AppContext.h"
 #include "platform/KorvenError.h"
 #include "platform/ScriptedDialogs.h"
@@ -74,6 +75,8 @@ int AdminSubItems::Importar(const QString& interno, const QString& archivo, cons
     if (QFileInfo::exists(ctx.rutaIni()))
         LeerGeneral(ctx.rutaIni(), ctx.config());
     ctx.InternoActual = interno;
+    // The suffixes are checked by the nomenclator's component, as in the program.
+    RegistrarComponentesNomenclador(ctx.componentes());
 
     const Recordset rs =
         stores.getDataConnectionByEntity(QStringLiteral("INTERNOS"))

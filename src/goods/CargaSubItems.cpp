@@ -18,18 +18,25 @@ namespace {
 
 const QString kCancelado = QStringLiteral("###CANCELADO###");
 
-// Keeps what the save says of one line; a question or a prompt is refused (an import has no
-// one to answer it) and remembered.
+// Keeps what the save says of one line. A prompt cannot be answered by an import: it is
+// refused and remembered, and the question that follows a refused prompt (whether to give up)
+// is answered yes; any other question no. A save that keeps asking is stopped.
 class DialogosImportacion : public Dialogos {
 public:
-    void Mensaje(const QString& texto, const QString&, Icono) override { mensajes << texto; }
+    void Mensaje(const QString& texto, const QString&, Icono) override {
+        Contar();
+        mensajes << texto;
+    }
     bool Pregunta(const QString& texto, const QString&, Icono) override {
+        Contar();
+        const bool rendirse = !pedido.isEmpty();
         if (pedido.isEmpty())
             pedido = texto;
-        return false;
+        return rendirse;
     }
     std::optional<QString> PedirTexto(const QString& pregunta, const QString&, int,
                                       const QString&) override {
+        Contar();
         if (pedido.isEmpty())
             pedido = pregunta;
         return std::nullopt;
@@ -37,10 +44,21 @@ public:
     void Limpiar() {
         mensajes.clear();
         pedido.clear();
+        veces_ = 0;
     }
 
     QStringList mensajes;
     QString pedido;
+
+private:
+    void Contar() {
+        if (++veces_ > 50)
+            throw KorvenError(5,
+                              QStringLiteral("La grabación pide datos que la importación no "
+                                             "puede dar."),
+                              QStringLiteral("CargaSubItems"));
+    }
+    int veces_ = 0;
 };
 
 // A context for the save that shares the stores and the settings of the program but answers

@@ -28,6 +28,11 @@
 #define KORVEN_PANTALLAS_NOMENCLADOR
 #endif
 
+#if defined(KORVEN_GOODS) && __has_include("goods/PantallasImportar.h")
+#include "goods/PantallasImportar.h"
+#define KORVEN_PANTALLAS_IMPORTAR
+#endif
+
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Korven"));
@@ -67,6 +72,10 @@ int main(int argc, char** argv) {
         korven::RegistrarComponentesNomenclador(ctx.componentes());
         korven::RegistrarPantallasNomenclador(ctx.pantallas());
     });
+#endif
+#ifdef KORVEN_PANTALLAS_IMPORTAR
+    p.registros.push_back(
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasImportar(ctx.pantallas()); });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)
