@@ -109,31 +109,22 @@ int AdminSubItems::Importar(const QString& interno, const QString& archivo, cons
     std::vector<LineaSubItem> datos;
     for (const auto& l : lineas)
         datos.push_back(l.datos);
-    CargaSubItems carga(ctx, interno);
-    const std::vector<CargaSubItems::Veredicto> v = carga.Verificar(datos);
+    const CargaSubItems::Resultado r = CargaSubItems(ctx, interno).Importar(datos);
     int rechazadas = 0;
-    for (size_t i = 0; i < v.size(); ++i) {
-        if (v[i].aceptada)
+    for (size_t i = 0; i < r.veredictos.size(); ++i) {
+        if (r.veredictos[i].aceptada)
             continue;
         ++rechazadas;
-        QString motivo = v[i].mensaje;
+        QString motivo = r.veredictos[i].mensaje;
         if (!lineas[i].aviso.isEmpty())
             motivo = lineas[i].aviso + QStringLiteral(" / ") + motivo;
         out_ << QStringLiteral("Línea %1: %2").arg(lineas[i].linea).arg(motivo) << Qt::endl;
     }
-    if (rechazadas > 0) {
+    if (!r.grabado) {
         out_ << QStringLiteral("%1 de %2 filas rechazadas: no se importó ninguna.")
                     .arg(rechazadas)
                     .arg(lineas.size())
              << Qt::endl;
-        return Fallo;
-    }
-    const CargaSubItems::Resultado r = carga.Grabar(datos);
-    if (!r.grabado) {
-        const size_t i = r.veredictos.size() - 1;
-        out_ << QStringLiteral("Línea %1: %2").arg(lineas[i].linea).arg(r.veredictos[i].mensaje)
-             << Qt::endl
-             << QStringLiteral("No se importó ninguna fila.") << Qt::endl;
         return Fallo;
     }
     out_ << QStringLiteral("Se importaron %1 filas en el interno %2.").arg(r.grabadas).arg(interno)

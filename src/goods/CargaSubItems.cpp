@@ -9,7 +9,6 @@
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
 
-#include <QTemporaryDir>
 #include <memory>
 
 namespace korven {
@@ -129,8 +128,7 @@ QString CargaSubItems::MensajeSufijos(const QString& pedido) {
 std::vector<CargaSubItems::Veredicto>
 CargaSubItems::Verificar(const std::vector<LineaSubItem>& lineas, const Avance& avance) {
     // The save writes a per-user setting; a trial writes it where nobody reads it.
-    QTemporaryDir carpeta;
-    SettingsStore borrador(carpeta.path());
+    SettingsStore borrador{QString()};
     Entorno e(ctx_, borrador);
     const bool ean = AdmiteEAN(ctx_, interno_);
     GrabacionSubItems grabacion(e.ctx, e.dialogos, interno_);
@@ -162,8 +160,7 @@ CargaSubItems::Resultado CargaSubItems::Grabar(const std::vector<LineaSubItem>& 
     Resultado r;
     // Each save clears the Operation's AEC choice in the per-user settings; the import does it
     // once, when its transaction has committed.
-    QTemporaryDir carpeta;
-    SettingsStore borrador(carpeta.path());
+    SettingsStore borrador{QString()};
     Entorno e(ctx_, borrador);
     const bool ean = AdmiteEAN(ctx_, interno_);
     GrabacionSubItems grabacion(e.ctx, e.dialogos, interno_);
@@ -192,6 +189,48 @@ CargaSubItems::Resultado CargaSubItems::Grabar(const std::vector<LineaSubItem>& 
             avance(static_cast<int>(r.veredictos.size()), total);
     }
     t.Confirmar();
+    ctx_.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno_,
+                                QString());
+    r.grabado = true;
+    r.grabadas = total;
+    return r;
+}
+
+CargaSubItems::Resultado CargaSubItems::Importar(const std::vector<LineaSubItem>& lineas,
+                                                 const Avance& avance) {
+    Resultado r;
+    SettingsStore borrador{QString()};
+    Entorno e(ctx_, borrador);
+    const bool ean = AdmiteEAN(ctx_, interno_);
+    GrabacionSubItems grabacion(e.ctx, e.dialogos, interno_);
+    const int total = static_cast<int>(lineas.size());
+    bool todas = true;
+    auto t = std::make_unique<Transaccion>(ctx_.stores(), QStringList{QStringLiteral("INTERNOS")});
+    for (const LineaSubItem& original : lineas) {
+        e.dialogos.Limpiar();
+        LineaSubItem l = original;
+        bool grabado = false;
+        try {
+            grabado = grabacion.GrabarSubItems(2, l, false, ean).grabado;
+        } catch (const KorvenError& err) {
+            e.dialogos.mensajes << err.descripcion();
+        }
+        r.veredictos.push_back(e.Juzgar(grabado));
+        todas = todas && r.veredictos.back().aceptada;
+        // A failure that rolled the whole back: nothing will be kept, the rest are still judged.
+        if (!ConexionInternos(ctx_).enTransaccion()) {
+            todas = false;
+            t = std::make_unique<Transaccion>(ctx_.stores(),
+                                              QStringList{QStringLiteral("INTERNOS")});
+        }
+        if (avance)
+            avance(static_cast<int>(r.veredictos.size()), total);
+    }
+    if (!todas) {
+        t->Deshacer();
+        return r;
+    }
+    t->Confirmar();
     ctx_.settings().SaveSetting(QStringLiteral("KORVEN"), QStringLiteral("AEC"), interno_,
                                 QString());
     r.grabado = true;

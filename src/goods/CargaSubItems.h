@@ -40,6 +40,11 @@ public:
     // lines after it are not tried).
     Resultado Grabar(const std::vector<LineaSubItem>& lineas, const Avance& avance = {});
 
+    // The import without a preview: every line is saved in one transaction, which commits only
+    // when the save took every one; otherwise it is rolled back and the verdicts say why. Each
+    // line is judged with the lines before it in the stores, as when they are typed in turn.
+    Resultado Importar(const std::vector<LineaSubItem>& lineas, const Avance& avance = {});
+
     // The text of a refusal because the suffixes asked for something.
     static QString MensajeSufijos(const QString& pedido);
 

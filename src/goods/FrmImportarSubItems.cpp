@@ -203,6 +203,8 @@ void FrmImportarSubItems::MostrarFilas() {
             auto* item = new QTableWidgetItem(celdas.at(c));
             if (!v.aceptada)
                 item->setBackground(kRechazada);
+            if (c == celdas.size() - 1)
+                item->setToolTip(resultado);
             g->setItem(static_cast<int>(f), c, item);
         }
     }
