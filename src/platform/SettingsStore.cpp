@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
+#include <optional>
 
 namespace korven {
 
@@ -35,7 +36,8 @@ qint64 Firma(const QString& archivo) {
 } // namespace
 
 SettingsStore::SettingsStore(QString carpeta) : carpeta_(std::move(carpeta)) {
-    QDir().mkpath(carpeta_);
+    if (!carpeta_.isEmpty())
+        QDir().mkpath(carpeta_);
 }
 
 QString SettingsStore::CarpetaDelUsuario() {
@@ -48,6 +50,8 @@ QString SettingsStore::archivo() const {
 
 // One line a value: application, section, key and value, percent-encoded, separated by tabs.
 void SettingsStore::Cargar() {
+    if (carpeta_.isEmpty())
+        return; // kept in memory
     const qint64 firma = Firma(archivo());
     if (firma == leido_)
         return;
@@ -74,6 +78,8 @@ void SettingsStore::Cargar() {
 }
 
 void SettingsStore::Guardar() {
+    if (carpeta_.isEmpty())
+        return;
     QSaveFile f(archivo());
     if (!f.open(QIODevice::WriteOnly))
         return;
@@ -104,8 +110,11 @@ QString SettingsStore::GetSetting(const QString& aplicacion, const QString& secc
 
 void SettingsStore::SaveSetting(const QString& aplicacion, const QString& seccion,
                                 const QString& clave, const QString& valor) {
-    QLockFile bloqueo(archivo() + QStringLiteral(".lock"));
-    bloqueo.lock();
+    std::optional<QLockFile> bloqueo;
+    if (!carpeta_.isEmpty()) {
+        bloqueo.emplace(archivo() + QStringLiteral(".lock"));
+        bloqueo->lock();
+    }
     leido_ = -1; // another process may have written since our last read
     Cargar();
     const QString c = Clave(aplicacion, seccion);
@@ -119,8 +128,11 @@ void SettingsStore::SaveSetting(const QString& aplicacion, const QString& seccio
 
 void SettingsStore::DeleteSetting(const QString& aplicacion, const QString& seccion,
                                   const QString& clave) {
-    QLockFile bloqueo(archivo() + QStringLiteral(".lock"));
-    bloqueo.lock();
+    std::optional<QLockFile> bloqueo;
+    if (!carpeta_.isEmpty()) {
+        bloqueo.emplace(archivo() + QStringLiteral(".lock"));
+        bloqueo->lock();
+    }
     leido_ = -1;
     Cargar();
     const QString c = Clave(aplicacion, seccion);

@@ -8,7 +8,8 @@ namespace korven {
 // The per-user settings store: a tree application / section / key of text values. One file per
 // user, in a folder given at construction (the user's configuration folder in the program,
 // a temporary folder in tests). Every write goes to the file at once; reads see the writes of
-// other processes.
+// other processes. A store made with an empty folder keeps its values in memory only (for a trial
+// run that must leave the user's settings as they are).
 class SettingsStore {
 public:
     explicit SettingsStore(QString carpeta);

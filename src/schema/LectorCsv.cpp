@@ -13,17 +13,24 @@ LectorCsv LectorCsv::DeArchivo(const QString& ruta) {
         throw KorvenError(
             53, QStringLiteral("No se puede leer el archivo %1: %2").arg(ruta, f.errorString()),
             QStringLiteral("LectorCsv"));
-    const QByteArray bytes = f.readAll();
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    QString texto = utf8(bytes);
-    const bool latin1 = utf8.hasError();
-    if (latin1)
-        texto = QString::fromLatin1(bytes);
-    if (texto.startsWith(QChar(0xFEFF)))
-        texto.remove(0, 1);
+    bool latin1 = false;
+    const QString texto = Decodificar(f.readAll(), &latin1);
     LectorCsv r = DeTexto(texto, ruta);
     r.latin1_ = latin1;
     return r;
+}
+
+QString LectorCsv::Decodificar(const QByteArray& bytes, bool* latin1) {
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    QString texto = utf8(bytes);
+    const bool noUtf8 = utf8.hasError();
+    if (noUtf8)
+        texto = QString::fromLatin1(bytes);
+    if (texto.startsWith(QChar(0xFEFF)))
+        texto.remove(0, 1);
+    if (latin1)
+        *latin1 = noUtf8;
+    return texto;
 }
 
 LectorCsv LectorCsv::DeTexto(const QString& texto, const QString& origen) {
@@ -31,7 +38,9 @@ LectorCsv LectorCsv::DeTexto(const QString& texto, const QString& origen) {
     // The separator is decided by the header line.
     const int finPrimera = texto.indexOf(QLatin1Char('\n'));
     const QString primera = finPrimera < 0 ? texto : texto.left(finPrimera);
-    if (primera.contains(QLatin1Char(';')) && !primera.contains(QLatin1Char(',')))
+    if (primera.contains(QLatin1Char('\t')))
+        r.separador_ = QLatin1Char('\t');
+    else if (primera.contains(QLatin1Char(';')) && !primera.contains(QLatin1Char(',')))
         r.separador_ = QLatin1Char(';');
 
     int linea = 1;
@@ -54,6 +63,7 @@ LectorCsv LectorCsv::DeTexto(const QString& texto, const QString& origen) {
                 for (QString& c : campos)
                     c = c.trimmed();
                 r.encabezado_ = campos;
+                r.lineaEncabezado_ = inicio;
             } else {
                 r.filas_.push_back(Fila{inicio, campos});
             }

@@ -32,6 +32,10 @@
 #include "goods/PantallasCatalogo.h"
 #define KORVEN_PANTALLAS_CATALOGO
 #endif
+#if defined(KORVEN_GOODS) && __has_include("goods/PantallasImportar.h")
+#include "goods/PantallasImportar.h"
+#define KORVEN_PANTALLAS_IMPORTAR
+#endif
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -76,6 +80,10 @@ int main(int argc, char** argv) {
 #ifdef KORVEN_PANTALLAS_CATALOGO
     p.registros.push_back(
         [](korven::AppContext& ctx) { korven::RegistrarPantallasCatalogo(ctx.pantallas()); });
+#endif
+#ifdef KORVEN_PANTALLAS_IMPORTAR
+    p.registros.push_back(
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasImportar(ctx.pantallas()); });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)
