@@ -167,8 +167,9 @@ Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametr
         if (!q.exec()) {
             if (nivel_ > 0)
                 fallida_ = true;
+            // The statement stays prepared for the next values.
             const KorvenError e = ErrorDeStore(q.lastError(), sql, motor_);
-            sentencias.porTexto.erase(it);
+            q.finish();
             throw e;
         }
         if (filas)
@@ -178,7 +179,7 @@ Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametr
             q.finish();
             return rs;
         } catch (...) {
-            sentencias.porTexto.erase(it);
+            q.finish();
             throw;
         }
     }
