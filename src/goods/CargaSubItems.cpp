@@ -5,6 +5,7 @@
 #include "platform/AppContext.h"
 #include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
+#include "platform/SentenciasPreparadas.h"
 #include "platform/SettingsStore.h"
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
@@ -127,6 +128,7 @@ QString CargaSubItems::MensajeSufijos(const QString& pedido) {
 
 std::vector<CargaSubItems::Veredicto>
 CargaSubItems::Verificar(const std::vector<LineaSubItem>& lineas, const Avance& avance) {
+    SentenciasPreparadas reutilizar;
     // The save writes a per-user setting; a trial writes it where nobody reads it.
     SettingsStore borrador{QString()};
     Entorno e(ctx_, borrador);
@@ -157,6 +159,7 @@ CargaSubItems::Verificar(const std::vector<LineaSubItem>& lineas, const Avance& 
 
 CargaSubItems::Resultado CargaSubItems::Grabar(const std::vector<LineaSubItem>& lineas,
                                                const Avance& avance) {
+    SentenciasPreparadas reutilizar;
     Resultado r;
     // Each save clears the Operation's AEC choice in the per-user settings; the import does it
     // once, when its transaction has committed.
@@ -198,6 +201,7 @@ CargaSubItems::Resultado CargaSubItems::Grabar(const std::vector<LineaSubItem>& 
 
 CargaSubItems::Resultado CargaSubItems::Importar(const std::vector<LineaSubItem>& lineas,
                                                  const Avance& avance) {
+    SentenciasPreparadas reutilizar;
     Resultado r;
     SettingsStore borrador{QString()};
     Entorno e(ctx_, borrador);

@@ -1,6 +1,7 @@
 #include "goods/FrmSubItems.h"
 
 #include "goods/CatalogoArticulos.h"
+#include "goods/FrmImportarSubItems.h"
 #include "goods/GrabacionSubItems.h"
 #include "goods/ModeloSubItems.h"
 #include "goods/SubItemsDatos.h"
@@ -20,7 +21,9 @@
 #include "ui_FrmSubItems.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
@@ -930,6 +933,24 @@ void FrmSubItems::Grabar(int modoSufijos) {
     grabando_ = false;
 }
 
+// Rows pasted from a spreadsheet or read from a CSV file, through the import preview; the list
+// and its totals are refreshed as after a save when some were written.
+void FrmSubItems::ImportarLineas(bool archivo) {
+    const int escritas =
+        archivo
+            ? FrmImportarSubItems::ImportarArchivo(ctx_, interno_)
+            : FrmImportarSubItems::Importar(ctx_, interno_, QGuiApplication::clipboard()->text());
+    if (escritas <= 0)
+        return;
+    try {
+        GetSubItemsOnListView();
+        MostrarTotales();
+    } catch (const KorvenError& e) {
+        ctx_.dialogos().Mensaje(Seccion("ImportarLineas") + e.descripcion(),
+                                QStringLiteral("KORVEN"), Icono::Critico);
+    }
+}
+
 void FrmSubItems::LimpiarCampos() {
     const bool antes = ctx_.FormularioDeDatos;
     ctx_.FormularioDeDatos = false;
@@ -1124,6 +1145,12 @@ bool FrmSubItems::TeclaFormulario(QKeyEvent* k) {
     }
     if (k->key() == Qt::Key_F12 && mods == Qt::NoModifier) {
         Grabar(1);
+        return true;
+    }
+    if (mods == (Qt::ControlModifier | Qt::ShiftModifier) &&
+        (k->key() == Qt::Key_V || k->key() == Qt::Key_O)) {
+        if (modo_ == 1)
+            ImportarLineas(k->key() == Qt::Key_O);
         return true;
     }
     if (k->key() == Qt::Key_I && mods == Qt::ControlModifier) {

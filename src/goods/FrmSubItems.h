@@ -80,6 +80,7 @@ private:
     void Utilidad(int cual);
     void GenerarReportes(bool archivo);
     void lpImprimir();
+    void ImportarLineas(bool archivo);
     void SelectINSUMOS();
     void VerINSxSBT();
     void NoInstalado(const QString& componente, const char* rutina);

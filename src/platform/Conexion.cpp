@@ -1,6 +1,7 @@
 #include "platform/Conexion.h"
 
 #include "platform/KorvenError.h"
+#include "platform/SentenciasPreparadas.h"
 #include "platform/SqlFunciones.h"
 
 #include <QSqlDatabase>
@@ -9,6 +10,8 @@
 #include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
+
+#include <unordered_map>
 
 namespace korven {
 
@@ -44,7 +47,66 @@ KorvenError ErrorDeStore(const QSqlError& e, const QString& sql, Motor motor) {
     return KorvenError(n, texto.trimmed(), sql);
 }
 
+// Scopes of reused statements alive, and which scope: a connection's statements belong to one.
+int reutilizando = 0;
+unsigned generacionActual = 0;
+
+// Reads the rows of an executed query into a recordset (empty for a statement that is no
+// select).
+Recordset Leer(QSqlQuery& q, const QString& sql, Motor motor) {
+    if (!q.isSelect())
+        return {};
+    const QSqlRecord reg = q.record();
+    QStringList campos;
+    for (int i = 0; i < reg.count(); ++i)
+        campos << reg.fieldName(i);
+    std::vector<std::vector<QVariant>> datos;
+    while (q.next()) {
+        std::vector<QVariant> fila;
+        fila.reserve(static_cast<size_t>(reg.count()));
+        for (int i = 0; i < reg.count(); ++i)
+            fila.push_back(q.value(i));
+        datos.push_back(std::move(fila));
+    }
+    if (q.lastError().isValid())
+        throw ErrorDeStore(q.lastError(), sql, motor);
+    return Recordset(campos, std::move(datos));
+}
+
+// The statements a connection keeps for the present scope.
+struct Sentencias {
+    struct Preparada {
+        QString sql; // as adapted to the engine
+        QSqlQuery q;
+        qsizetype parametros;
+    };
+    unsigned generacion = 0;
+    std::unordered_map<QString, Preparada> porTexto;
+};
+
+std::unordered_map<const Conexion*, Sentencias>& Guardadas() {
+    // Never destroyed: connections may outlive the statics of this file.
+    static auto* g = new std::unordered_map<const Conexion*, Sentencias>;
+    return *g;
+}
+
+void Olvidar(const Conexion* c) {
+    auto& g = Guardadas();
+    if (!g.empty())
+        g.erase(c);
+}
+
 } // namespace
+
+SentenciasPreparadas::SentenciasPreparadas() {
+    if (reutilizando++ == 0)
+        ++generacionActual;
+}
+
+SentenciasPreparadas::~SentenciasPreparadas() {
+    if (--reutilizando == 0)
+        ++generacionActual;
+}
 
 Conexion::Conexion(QString nombreQt, Motor motor) : nombreQt_(std::move(nombreQt)), motor_(motor) {}
 
@@ -57,6 +119,7 @@ bool Conexion::abierta() const {
 }
 
 void Conexion::Cerrar() {
+    Olvidar(this);
     if (!QSqlDatabase::contains(nombreQt_))
         return;
     {
@@ -72,6 +135,54 @@ void Conexion::Cerrar() {
 }
 
 Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametros, int* filas) {
+    // Statements of a finished scope are let go before anything else runs.
+    if (reutilizando == 0 && !Guardadas().empty())
+        Guardadas().clear();
+    if (parametros && reutilizando > 0) {
+        Sentencias& sentencias = Guardadas()[this];
+        if (sentencias.generacion != generacionActual) {
+            sentencias.porTexto.clear();
+            sentencias.generacion = generacionActual;
+        }
+        auto it = sentencias.porTexto.find(texto);
+        if (it == sentencias.porTexto.end() || it->second.parametros != parametros->size()) {
+            if (it != sentencias.porTexto.end())
+                sentencias.porTexto.erase(it);
+            Sentencias::Preparada p{motor_ == Motor::SQLite ? AdaptarSqlSQLite(texto) : texto,
+                                    QSqlQuery(QSqlDatabase::database(nombreQt_, false)),
+                                    parametros->size()};
+            p.q.setForwardOnly(true);
+            p.q.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
+            if (!p.q.prepare(p.sql)) {
+                if (nivel_ > 0)
+                    fallida_ = true;
+                throw ErrorDeStore(p.q.lastError(), p.sql, motor_);
+            }
+            it = sentencias.porTexto.emplace(texto, std::move(p)).first;
+        }
+        QSqlQuery& q = it->second.q;
+        const QString sql = it->second.sql;
+        for (qsizetype i = 0; i < parametros->size(); ++i)
+            q.bindValue(static_cast<int>(i), parametros->at(i));
+        if (!q.exec()) {
+            if (nivel_ > 0)
+                fallida_ = true;
+            // The statement stays prepared for the next values.
+            const KorvenError e = ErrorDeStore(q.lastError(), sql, motor_);
+            q.finish();
+            throw e;
+        }
+        if (filas)
+            *filas = q.numRowsAffected();
+        try {
+            Recordset rs = Leer(q, sql, motor_);
+            q.finish();
+            return rs;
+        } catch (...) {
+            q.finish();
+            throw;
+        }
+    }
     const QString sql = motor_ == Motor::SQLite ? AdaptarSqlSQLite(texto) : texto;
     QSqlDatabase db = QSqlDatabase::database(nombreQt_, false);
     QSqlQuery q(db);
@@ -95,23 +206,7 @@ Recordset Conexion::Ejecutar_(const QString& texto, const QVariantList* parametr
     }
     if (filas)
         *filas = q.numRowsAffected();
-    if (!q.isSelect())
-        return {};
-    const QSqlRecord reg = q.record();
-    QStringList campos;
-    for (int i = 0; i < reg.count(); ++i)
-        campos << reg.fieldName(i);
-    std::vector<std::vector<QVariant>> datos;
-    while (q.next()) {
-        std::vector<QVariant> fila;
-        fila.reserve(static_cast<size_t>(reg.count()));
-        for (int i = 0; i < reg.count(); ++i)
-            fila.push_back(q.value(i));
-        datos.push_back(std::move(fila));
-    }
-    if (q.lastError().isValid())
-        throw ErrorDeStore(q.lastError(), sql, motor_);
-    return Recordset(campos, std::move(datos));
+    return Leer(q, sql, motor_);
 }
 
 bool Conexion::CrearRs(Recordset& rs) {

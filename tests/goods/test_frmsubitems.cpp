@@ -6,11 +6,13 @@
 #include "foundation/RegistrarPantallasOperaciones.h"
 #include "goods/FrmSubItems.h"
 #include "goods/ModeloSubItems.h"
+#include "goods/PantallasImportar.h"
 #include "platform/SettingsStore.h"
 #include "support/Pantallas.h"
 #include "support/Pantallazo.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -87,6 +89,8 @@ private Q_SLOTS:
     void lista();
     void masivos_data();
     void masivos();
+    void importar_data() { FilasDeMotores(); }
+    void importar();
 };
 
 void TestFrmSubItems::lineas_data() {
@@ -432,6 +436,30 @@ void TestFrmSubItems::masivos() {
                           .Escalar(QStringLiteral("select count(*) from subitems where interno = "
                                                   "'OTRO' and kgneto = 9 and itfiller = 'G'"))),
              1.0);
+}
+
+// Ctrl+Shift+V takes the rows on the clipboard to the import preview; F12 there writes them and
+// the list and its totals show them: 100 at 2 each is 200 of FOB.
+void TestFrmSubItems::importar() {
+    MOTOR_O_SALTAR();
+    TestStores ts(static_cast<Motor>(motor));
+    PrepararSubItems(ts);
+    RegistrarPantallasImportar(ts.ctx().pantallas());
+    SeparadorDecimalScope s(QStringLiteral(","));
+    FrmSubItems f(ts.ctx(), {{QStringLiteral("interno"), kInterno}});
+    Mostrar(f);
+    QGuiApplication::clipboard()->setText(QStringLiteral("9902.20.00.100B\tMAIZ\t100\t01\t2\n"));
+    AlAbrirse(QStringLiteral("FrmImportarSubItems"),
+              [](QWidget* w) { QTest::keyClick(w->focusWidget(), Qt::Key_F12); });
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_V,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(Fila(ts, 1, QStringLiteral("ncm,cantidad,preciounitario,fob,descripcion")),
+             QStringLiteral("9902.20.00.100B|100|2|200|MAIZ"));
+    QCOMPARE(f.modelo()->rowCount(), 1);
+    QCOMPARE(f.modelo()->index(0, 1).data().toString(), QStringLiteral("9902.20.00.100B"));
+    QCOMPARE(Etiqueta(f, "LbTotSubitems"), QStringLiteral("200,00"));
+    QCOMPARE(Etiqueta(f, "lbDIF"), QStringLiteral("800,00"));
+    QVERIFY(ts.dialogos().todo().isEmpty());
 }
 
 QTEST_MAIN(TestFrmSubItems)

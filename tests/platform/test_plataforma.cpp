@@ -6,6 +6,7 @@
 #include "platform/KorvenError.h"
 #include "platform/QueryDesk.h"
 #include "platform/Recordset.h"
+#include "platform/SentenciasPreparadas.h"
 #include "platform/SettingsStore.h"
 #include "platform/ValueRules.h"
 #include "support/LiqTablas.h"
@@ -244,6 +245,48 @@ private Q_SLOTS:
     }
 
     // The one way of reading and writing, on both engines.
+    // Inside a scope of reused statements the same text with other values gives their own rows,
+    // a failed statement leaves the next one working, and once the scope ends a changed table is
+    // read as it now is.
+    void sentenciasPreparadas_data() { test::FilasDeMotores(); }
+    void sentenciasPreparadas() {
+        MOTOR_O_SALTAR();
+        TestStores t(static_cast<Motor>(motor));
+        Conexion& c = t.conexion("INTERNOS");
+        c.Ejecutar("create table prueba (id integer primary key, nombre text)");
+        auto nombres = [&] {
+            QStringList r;
+            for (int id : {1, 2, 3}) {
+                const Recordset rs = c.Abrir("select * from prueba where id = ?", {id});
+                r << rs.Campos().join(',') + ":" + (rs.RecordCount() ? EsNull(rs.Fields(1)) : "-");
+            }
+            return r.join('|');
+        };
+        {
+            SentenciasPreparadas reutilizar;
+            Transaccion tx(t.stores(), {"INTERNOS"});
+            for (int id : {1, 2})
+                c.Ejecutar("insert into prueba (id, nombre) values (?, ?)",
+                           {id, QString("N%1").arg(id)});
+            QVERIFY_THROWS_EXCEPTION(
+                KorvenError, c.Ejecutar("insert into prueba (id, nombre) values (?, ?)", {1, "X"}));
+            tx.Deshacer();
+        }
+        {
+            SentenciasPreparadas reutilizar;
+            for (int id : {1, 3})
+                c.Ejecutar("insert into prueba (id, nombre) values (?, ?)",
+                           {id, QString("N%1").arg(id)});
+            QCOMPARE(nombres(), QStringLiteral("id,nombre:N1|id,nombre:-|id,nombre:N3"));
+        }
+        c.Ejecutar("alter table prueba add column valor integer");
+        QCOMPARE(nombres(),
+                 QStringLiteral("id,nombre,valor:N1|id,nombre,valor:-|id,nombre,valor:N3"));
+        SentenciasPreparadas reutilizar;
+        QCOMPARE(nombres(),
+                 QStringLiteral("id,nombre,valor:N1|id,nombre,valor:-|id,nombre,valor:N3"));
+    }
+
     void stores_data() { test::FilasDeMotores(); }
     void stores() {
         MOTOR_O_SALTAR();
