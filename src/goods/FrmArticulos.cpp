@@ -11,9 +11,16 @@
 
 namespace korven {
 
-FrmArticulos::FrmArticulos(AppContext& ctx, const QVariantMap& args, QWidget* padre)
-    : QDialog(padre), ui(std::make_unique<Ui::FrmArticulos>()), ctx_(ctx) {
+FrmArticulos::FrmArticulos(AppContext& ctx, const QVariantMap& args, QWidget* padre,
+                           BusquedaArticulos::Forma forma)
+    : QDialog(padre), ui(std::make_unique<Ui::FrmArticulos>()), ctx_(ctx), forma_(forma) {
     ui->setupUi(this);
+    if (forma_ == BusquedaArticulos::Forma::ConTotal) {
+        setObjectName(QStringLiteral("FrmbArticulos"));
+        ui->Lst->setColumnCount(4);
+        ui->Lst->setHeaderLabels({QStringLiteral("IdArticulo"), QStringLiteral("Descripcion"),
+                                  QStringLiteral("NCM"), QStringLiteral("Total")});
+    }
     catalogo_ = args.value(QStringLiteral("catalogo")).toString().trimmed();
     ui->CboCampo->setCurrentIndex(0);
     ui->CmdBuscar->setAutoDefault(false);
@@ -27,9 +34,8 @@ FrmArticulos::~FrmArticulos() = default;
 void FrmArticulos::Buscar() {
     ui->Lst->clear();
     try {
-        const auto filas =
-            BusquedaArticulos(ctx_).Buscar(BusquedaArticulos::Forma::ConCantidad, catalogo_,
-                                           ui->CboCampo->currentText(), ui->TxtValor->text());
+        const auto filas = BusquedaArticulos(ctx_).Buscar(
+            forma_, catalogo_, ui->CboCampo->currentText(), ui->TxtValor->text());
         for (const QStringList& f : filas) {
             auto* item = new QTreeWidgetItem(f);
             for (int c = 3; c < f.size(); ++c)

@@ -1,36 +1,17 @@
 #pragma once
 
-#include <QDialog>
-#include <QVariantMap>
-#include <memory>
-
-namespace Ui {
-class FrmbArticulos;
-}
+#include "goods/FrmArticulos.h"
 
 namespace korven {
 
-class AppContext;
-
-// "Articulos": the articles of a catalogue whose chosen field contains a text, each with
-// its description, position and total (quantity times price). Enter in the text or the button
-// searches; Esc closes.
-class FrmbArticulos : public QDialog {
+// "Articulos" by field with each article's description, position and total (quantity times
+// price).
+class FrmbArticulos : public FrmArticulos {
     Q_OBJECT
 public:
     // args: "catalogo".
-    FrmbArticulos(AppContext& ctx, const QVariantMap& args, QWidget* padre = nullptr);
-    ~FrmbArticulos() override;
-
-    void Buscar();
-
-protected:
-    bool eventFilter(QObject* objeto, QEvent* evento) override;
-
-private:
-    std::unique_ptr<Ui::FrmbArticulos> ui;
-    AppContext& ctx_;
-    QString catalogo_;
+    FrmbArticulos(AppContext& ctx, const QVariantMap& args, QWidget* padre = nullptr)
+        : FrmArticulos(ctx, args, padre, BusquedaArticulos::Forma::ConTotal) {}
 };
 
 } // namespace korven
