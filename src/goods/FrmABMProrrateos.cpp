@@ -1,9 +1,9 @@
 #include "goods/FrmABMProrrateos.h"
 
+#include "goods/FrmLstProrrateo.h"
+
 #include "goods/Prorrateos.h"
 #include "platform/AppContext.h"
-#include "platform/Formato.h"
-#include "platform/ui/AnchoColumnas.h"
 #include "platform/ui/ClCntrl.h"
 #include "ui_FrmABMProrrateos.h"
 
@@ -49,18 +49,7 @@ void FrmABMProrrateos::Estado(bool agregando) {
 }
 
 void FrmABMProrrateos::CargarList() {
-    ui->LstProrrateo->clear();
-    QList<QTreeWidgetItem*> filas;
-    for (const Prorrateos::Codigo& c : Prorrateos(ctx_).CargarList(interno_)) {
-        auto* f = new QTreeWidgetItem(
-            QStringList{c.codigo, c.descripcion, Formato(c.valor, QStringLiteral("00.00"))});
-        f->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
-        filas << f;
-    }
-    ui->LstProrrateo->addTopLevelItems(filas);
-    AjustarColumnas(ui->LstProrrateo);
-    if (!filas.isEmpty())
-        ui->LstProrrateo->setCurrentItem(filas.first());
+    FrmLstProrrateo::LlenarLista(ui->LstProrrateo, ctx_, interno_);
 }
 
 void FrmABMProrrateos::Agregar() {

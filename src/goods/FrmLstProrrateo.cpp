@@ -22,19 +22,25 @@ FrmLstProrrateo::FrmLstProrrateo(AppContext& ctx, const QVariantMap& args, QWidg
 
 FrmLstProrrateo::~FrmLstProrrateo() = default;
 
-void FrmLstProrrateo::CargarList() {
-    ui->LstProrrateo->clear();
+// The codes of an Operation with their values, the first one selected; shared with the
+// maintenance screen.
+void FrmLstProrrateo::LlenarLista(QTreeWidget* lista, AppContext& ctx, const QString& interno) {
+    lista->clear();
     QList<QTreeWidgetItem*> filas;
-    for (const Prorrateos::Codigo& c : Prorrateos(ctx_).CargarList(interno_)) {
+    for (const Prorrateos::Codigo& c : Prorrateos(ctx).CargarList(interno)) {
         auto* f = new QTreeWidgetItem(
             QStringList{c.codigo, c.descripcion, Formato(c.valor, QStringLiteral("00.00"))});
         f->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
         filas << f;
     }
-    ui->LstProrrateo->addTopLevelItems(filas);
-    AjustarColumnas(ui->LstProrrateo);
+    lista->addTopLevelItems(filas);
+    AjustarColumnas(lista);
     if (!filas.isEmpty())
-        ui->LstProrrateo->setCurrentItem(filas.first());
+        lista->setCurrentItem(filas.first());
+}
+
+void FrmLstProrrateo::CargarList() {
+    LlenarLista(ui->LstProrrateo, ctx_, interno_);
 }
 
 void FrmLstProrrateo::Elegir() {

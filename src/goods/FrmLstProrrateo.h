@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTreeWidget>
 #include <QVariantMap>
 #include <memory>
 
@@ -21,6 +22,8 @@ public:
     ~FrmLstProrrateo() override;
 
     void CargarList();
+    // Fills a list of proration codes (columns code, description, value).
+    static void LlenarLista(QTreeWidget* lista, AppContext& ctx, const QString& interno);
 
 public Q_SLOTS:
     void reject() override;
