@@ -50,6 +50,13 @@ public:
     QString FlagD1330A6 = "N";
     QString FlagD1330A7 = "N";
     QString FlagD1330A8 = "N";
+    // Assembly and liquidation: the fines option and the export coefficient of the hub, the
+    // answer on the common external tariff kept for the running system ("", "R", "P", "N"),
+    // and the flag that makes concept 020 compute a new coefficient.
+    bool CalcMultas = false;
+    bool CoefExport = false;
+    QString CalculoAEC;
+    bool CalcularCoeficiente = false;
     // The date mask kept by the start routine (nothing reads it).
     QString MascaraFecha = "yyyyMMdd";
 

@@ -141,9 +141,12 @@ std::vector<DefTabla> Definir() {
         "#id #idsub interno idcatalogo idarticulo ncm #preciounitario idpais idpaisproc sufijos "
         "idunidad estadomerc biendeuso #cantidad estadistica #valorrelacionestadistica deresp "
         "#valorderesp lapi #kgneto #kgbruto #fob itfiller #insumostemp #insumosacons "
-        "cancelaciones codigoean tipoitem onccacategoria onccacortes codprorrateo flgkg",
-        "", {"interno,id", "interno,idsub"}));
-    t.push_back(Def(I, "idrel", "interno #idroot #idsub", "", {"interno,idroot"}));
+        "cancelaciones codigoean tipoitem onccacategoria onccacortes codprorrateo flgkg #orden:5",
+        "interno,orden", {"interno,id", "interno,idsub", "interno,orden:5"}));
+    // The derived rows of an assembly carry the order in which the run wrote them, which is
+    // the order the run reads them back in.
+    t.push_back(Def(I, "idrel", "interno #idroot #idsub #orden:5", "interno,orden",
+                    {"interno,idroot", "interno,orden:5"}));
     t.push_back(
         Def(I, "item",
             "#id interno ncm idpais idproc idunidad estadomerc biendeuso estadistica "
@@ -164,7 +167,8 @@ std::vector<DefTabla> Definir() {
                     {"interno,iditem"}));
     t.push_back(Def(I, "iteminfo", "interno #iditem idinfo valor", "interno,iditem,idinfo",
                     {"interno,iditem"}));
-    t.push_back(Def(I, "sysflag", "interno flag valor #item", "", {"interno,flag"}));
+    t.push_back(Def(I, "sysflag", "interno flag valor #item #orden:5", "interno,orden",
+                    {"interno,flag"}));
     t.push_back(
         Def(I, "facturas", "interno #orden factura", "interno,factura", {"interno,factura"}));
     t.push_back(Def(I, "prorrateo", "interno codigo descripcion #valor", "interno,codigo",
