@@ -1,0 +1,76 @@
+#pragma once
+
+// Stores for the assembly tests: the reference data of the program, the nomenclator's
+// component, and helpers to write an Operation's header and goods lines and to read back rows
+// of any table as text.
+
+#include "assembly/CorridaArmado.h"
+#include "goods/PantallasNomenclador.h"
+#include "platform/AppContext.h"
+#include "platform/Conexion.h"
+#include "platform/Formato.h"
+#include "platform/ValueRules.h"
+#include "schema/Esquema.h"
+#include "support/TestStores.h"
+
+#include <QStringList>
+
+namespace korven::test {
+
+inline void PrepararArmado(TestStores& ts) {
+    schema::CrearOActualizar(ts.stores());
+    schema::CargarDatosReferencia(ts.stores(), schema::CarpetaDatos(ts.directorio()));
+    RegistrarComponentesNomenclador(ts.ctx().componentes());
+}
+
+// "columna=valor;columna=valor" as an insert into the table. Values are bound as text, which
+// each store converts to the column's type.
+inline void Insertar(TestStores& ts, const QString& tabla, const QString& pares,
+                     const QString& entidad = QStringLiteral("INTERNOS")) {
+    QStringList cols, marcas;
+    QVariantList valores;
+    for (const QString& p : pares.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        const int igual = p.indexOf(QLatin1Char('='));
+        cols << p.left(igual).trimmed();
+        marcas << QStringLiteral("?");
+        valores << QVariant(p.mid(igual + 1));
+    }
+    ts.conexion(entidad).Ejecutar(QStringLiteral("insert into %1 (%2) values (%3)")
+                                      .arg(tabla, cols.join(QLatin1Char(',')),
+                                           marcas.join(QLatin1Char(','))),
+                                  valores);
+}
+
+// A header ready to assemble (factura8 "S") with the given columns.
+inline void Caratula(TestStores& ts, const QString& interno, const QString& pares) {
+    Insertar(ts, QStringLiteral("caratula"),
+             QStringLiteral("interno=%1;fechaalta=2026-11-20;factura8=S;").arg(interno) + pares);
+}
+
+// A goods line with the given columns.
+inline void Linea(TestStores& ts, const QString& interno, int id, const QString& pares) {
+    Insertar(ts, QStringLiteral("subitems"),
+             QStringLiteral("interno=%1;id=%2;").arg(interno).arg(id) + pares);
+}
+
+// Every row of a query, its values joined by "|", numbers as "0.####" (NULL as "null").
+inline QStringList Filas(TestStores& ts, const QString& sql, const QVariantList& parametros = {}) {
+    Recordset rs = ts.conexion(QStringLiteral("INTERNOS")).Abrir(sql, parametros);
+    QStringList r;
+    for (int i = 0; i < rs.RecordCount(); ++i) {
+        QStringList f;
+        for (const QVariant& v : rs.Fila(i)) {
+            const int t = v.metaType().id();
+            if (v.isNull())
+                f << QStringLiteral("null");
+            else if (t == QMetaType::Double || t == QMetaType::Int || t == QMetaType::LongLong)
+                f << Formato(v.toDouble(), QStringLiteral("0.####"), QStringLiteral("."));
+            else
+                f << v.toString();
+        }
+        r << f.join(QLatin1Char('|'));
+    }
+    return r;
+}
+
+} // namespace korven::test
