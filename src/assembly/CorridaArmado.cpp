@@ -1,8 +1,8 @@
 #include "assembly/CorridaArmado.h"
 
 #include "platform/AppContext.h"
-#include "platform/Dialogos.h"
 #include "platform/Conexion.h"
+#include "platform/Dialogos.h"
 #include "platform/KorvenError.h"
 #include "platform/Recordset.h"
 #include "platform/SettingsStore.h"
@@ -29,8 +29,7 @@ CorridaArmado::CorridaArmado(AppContext& contexto, QString numero, ProgresoArmad
       personal(contexto.stores().getDataConnectionByEntity(QStringLiteral("PERSONAL"))),
       ncm(contexto.stores().getDataConnectionByEntity(QStringLiteral("NCM"))),
       systablas(contexto.stores().getDataConnectionByEntity(QStringLiteral("SYSTABLAS"))),
-      interno(std::move(numero)), progreso(p),
-      OrdenItems(contexto.config().ARMARITEM == 1 ? 1 : 2),
+      interno(std::move(numero)), progreso(p), OrdenItems(contexto.config().ARMARITEM == 1 ? 1 : 2),
       FlgIdArtTOOtros(contexto.config().FlgIdArtTOOtros) {}
 
 QString CorridaArmado::X() const {
@@ -103,8 +102,8 @@ void CorridaArmado::LeerCaratula() {
     car.opcionesganancias = Texto(rs, "opcionesganancias");
 
     // Import or export, by the subregime.
-    Recordset sta = c.Abrir(QStringLiteral("select cstaimpexp from sta where id = ?"),
-                            {car.idsubreg});
+    Recordset sta =
+        c.Abrir(QStringLiteral("select cstaimpexp from sta where id = ?"), {car.idsubreg});
     importacion = !sta.Eof() && Texto(sta, "cstaimpexp") == QLatin1String("I");
 
     // The client's exemptions.
@@ -120,13 +119,12 @@ void CorridaArmado::LeerCaratula() {
         cliente.IngresosBrutos = EsNumero(cl.Fields(QStringLiteral("ingbru")));
         cliente.EsCVDI = Texto(cl, "cvdi").toUpper() == QLatin1String("S");
         if (Texto(cl, "eximgan").toUpper() == QLatin1String("S"))
-            cliente.Ganancias = EsNumero(
-                cl.Fields(temporal ? QStringLiteral("eximganvalortemp")
-                                   : QStringLiteral("eximganvalor")));
+            cliente.Ganancias = EsNumero(cl.Fields(temporal ? QStringLiteral("eximganvalortemp")
+                                                            : QStringLiteral("eximganvalor")));
         if (Texto(cl, "ivaareduccion").toUpper() == QLatin1String("S"))
-            cliente.Reduccion = EsNumero(
-                cl.Fields(temporal ? QStringLiteral("ivaareduccionvalortemp")
-                                   : QStringLiteral("ivaareduccionvalor")));
+            cliente.Reduccion =
+                EsNumero(cl.Fields(temporal ? QStringLiteral("ivaareduccionvalortemp")
+                                            : QStringLiteral("ivaareduccionvalor")));
     }
     if (car.idsubreg.startsWith(QLatin1String("EC")) ||
         car.idsubreg.startsWith(QLatin1String("DIR")))
@@ -147,12 +145,12 @@ void CorridaArmado::EnviarGrupoIdSub(long long idRoot, const QString& lista) {
     std::unique_ptr<QObject> link = ctx.componentes().Crear(nombre, ctx);
     link->setProperty("Interno", interno);
     bool ok = false;
-    const bool llamado = QMetaObject::invokeMethod(
-        link.get(), "EnviarGrupoIdSub", Q_RETURN_ARG(bool, ok), Q_ARG(QString, interno),
-        Q_ARG(qlonglong, idRoot), Q_ARG(QString, lista));
+    const bool llamado = QMetaObject::invokeMethod(link.get(), "EnviarGrupoIdSub",
+                                                   Q_RETURN_ARG(bool, ok), Q_ARG(QString, interno),
+                                                   Q_ARG(qlonglong, idRoot), Q_ARG(QString, lista));
     if (!llamado || !ok)
-        throw KorvenError(11101, QStringLiteral("Error en enviar vinculación de subitems a insumos"),
-                          origen);
+        throw KorvenError(
+            11101, QStringLiteral("Error en enviar vinculación de subitems a insumos"), origen);
 }
 
 void CorridaArmado::PreguntarAEC() {
@@ -161,16 +159,19 @@ void CorridaArmado::PreguntarAEC() {
     if (ctx.pantallas().Registrada(QStringLiteral("FrmABMClientes"))) {
         ctx.AbrirModal(QStringLiteral("FrmABMClientes"), {{QStringLiteral("interno"), interno}});
     } else {
-        // Without screens the three answers of the dialog are asked as a text.
-        const std::optional<QString> r = ctx.dialogos().PedirTexto(
-            QStringLiteral("Destino del repuesto: P (Producción), R (Reposición) o N (no "
-                           "calcular)"),
-            QStringLiteral("Destino del repuesto"), 1, QStringLiteral("N"));
-        const QString a = r ? r->trimmed().left(1).toUpper() : QStringLiteral("N");
+        // Without screens the dialog's three answers are two questions.
+        QString a = QStringLiteral("N");
+        const QString titulo = QStringLiteral("Destino del repuesto");
+        if (ctx.dialogos().Pregunta(QStringLiteral("Destino del repuesto: ¿calcular el arancel "
+                                                   "externo común de la posición?"),
+                                    titulo))
+            a = ctx.dialogos().Pregunta(QStringLiteral("Destino del repuesto: ¿Reposición? "
+                                                       "(No: Producción)"),
+                                        titulo)
+                    ? QStringLiteral("R")
+                    : QStringLiteral("P");
         ctx.settings().SaveSetting(app, seccion, interno, QString());
-        ctx.settings().SaveSetting(
-            app, seccion, interno,
-            a == QLatin1String("P") || a == QLatin1String("R") ? a : QStringLiteral("N"));
+        ctx.settings().SaveSetting(app, seccion, interno, a);
     }
     ctx.CalculoAEC = ctx.settings().GetSetting(app, seccion, interno, QStringLiteral("N"));
 }

@@ -2,8 +2,8 @@
 
 #include "liquidation/GeneracionLiquidacion.h"
 
-#include <QString>
 #include <QHash>
+#include <QString>
 #include <QVariant>
 
 namespace korven {
@@ -61,9 +61,9 @@ public:
     const QString interno;
     ProgresoArmado& progreso;
 
-    CaratulaArmado car;     // read by ReadCaratula after the grouping
+    CaratulaArmado car;         // read by ReadCaratula after the grouping
     ClienteLiquidacion cliente; // read with the header
-    bool importacion = true; // sta.cstaimpexp is "I"
+    bool importacion = true;    // sta.cstaimpexp is "I"
     double TotalFobOperacion = 0;
     int OrdenItems = 2; // 1 by position, 2 in order of loading
     // The run was ended (its window closes): no further stage runs.

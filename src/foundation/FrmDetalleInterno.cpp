@@ -183,8 +183,10 @@ void FrmDetalleInterno::cmdITEM() {
             args.insert(QStringLiteral("interno"), interno_);
             args.insert(QStringLiteral("ejecutar"), true);
             args.insert(QStringLiteral("multa"), ui->ChMulta->isChecked());
-            args.insert(QStringLiteral("coeficiente"),
-                        estado_.idsubreg.startsWith(QLatin1Char('E')) && ui->ChCOEF->isChecked());
+            // The coefficient goes into the first calculation of item 0, which the run makes.
+            ctx_.CoefExport =
+                estado_.idsubreg.startsWith(QLatin1Char('E')) && ui->ChCOEF->isChecked();
+            ctx_.CalcularCoeficiente = ctx_.CoefExport;
             ctx_.AbrirModal(QStringLiteral("FrmArmarItem"), args);
         }
         if (ctx_.ArmadoResultado != QStringLiteral("SI")) {

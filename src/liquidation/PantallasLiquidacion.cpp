@@ -1,6 +1,7 @@
 #include "liquidation/PantallasLiquidacion.h"
 
 #include "liquidation/FrmABMClientes.h"
+#include "liquidation/FrmVerItem.h"
 #include "platform/Pantallas.h"
 #include "platform/ui/PantallasEscritorio.h"
 
@@ -8,6 +9,7 @@ namespace korven {
 
 void RegistrarPantallasLiquidacion(Pantallas& pantallas) {
     RegistrarFormulario<FrmABMClientes>(pantallas, QStringLiteral("FrmABMClientes"));
+    RegistrarFormulario<FrmVerItem>(pantallas, QStringLiteral("FrmVerItem"));
 }
 
 } // namespace korven

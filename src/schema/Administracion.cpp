@@ -115,6 +115,8 @@ QString Administracion::TextoAyuda() {
         "  listar <tabla>\n"
         "              Muestra las filas de una tabla, ordenadas por su clave.\n"
         "              --columnas a,b,c   --limite N   --entidad E (tablas fuera del esquema)\n"
+        "              --interno X   solo las filas de esa operación\n"
+        "              --csv         todas las columnas en CSV, con encabezado y punto decimal\n"
         "  estado      Muestra la versión del esquema de cada base; sale con 1 si alguna no\n"
         "              está al día.\n"
         "  unificar    Une las bases del formato anterior, un archivo SQLite por base\n"
@@ -152,6 +154,11 @@ int Administracion::LeerOpciones(const QStringList& args, Opciones& o) {
         } else if (a == QLatin1String("--columnas")) {
             if (!valor(o.columnas))
                 return Uso;
+        } else if (a == QLatin1String("--interno")) {
+            if (!valor(o.interno))
+                return Uso;
+        } else if (a == QLatin1String("--csv")) {
+            o.csv = true;
         } else if (a == QLatin1String("--limite")) {
             QString n;
             if (!valor(n))
@@ -383,7 +390,7 @@ int Administracion::Importar(const Opciones& o) {
 int Administracion::Listar(const Opciones& o) {
     if (o.posicionales.size() != 1) {
         err_ << QStringLiteral("Uso: korven-admin listar <tabla> [--columnas a,b] [--limite N] "
-                               "[--entidad E]")
+                               "[--entidad E] [--interno X] [--csv]")
              << Qt::endl;
         return Uso;
     }
@@ -432,14 +439,48 @@ int Administracion::Listar(const Opciones& o) {
         sel << DialectoEsquema::Identificador(col);
     const QStringList clave =
         t && !t->clave.isEmpty() ? t->clave : QStringList{existentes.value(0)};
-    for (const QString& k : clave)
-        orden << DialectoEsquema::Identificador(k);
+    for (const QString& k : clave) {
+        // Text keys in byte order on both engines, so that two stores list alike.
+        const DefColumna* d = t ? t->Columna(k) : nullptr;
+        orden << DialectoEsquema::Identificador(k) +
+                     (c.motor() == Motor::PostgreSQL && d && d->tipo == TipoColumna::Texto
+                          ? QStringLiteral(" COLLATE \"C\"")
+                          : QString());
+    }
+    QVariantList parametros;
+    QString filtro;
+    if (!o.interno.isEmpty()) {
+        if (!existentes.contains(QStringLiteral("interno"))) {
+            err_ << QStringLiteral("La tabla %1 no tiene la columna interno.").arg(nombre)
+                 << Qt::endl;
+            return Fallo;
+        }
+        filtro = QStringLiteral(" where interno = ?");
+        parametros << o.interno;
+    }
     QString sql = QStringLiteral("select ") + sel.join(QStringLiteral(", ")) +
-                  QStringLiteral(" from ") + nombre + QStringLiteral(" order by ") +
+                  QStringLiteral(" from ") + nombre + filtro + QStringLiteral(" order by ") +
                   orden.join(QStringLiteral(", "));
     if (o.limite >= 0)
         sql += QStringLiteral(" LIMIT %1").arg(o.limite);
-    Recordset rs = c.Abrir(sql);
+    Recordset rs = c.Abrir(sql, parametros);
+    if (o.csv) {
+        auto campo = [](QString v) {
+            if (v.contains(QLatin1Char(',')) || v.contains(QLatin1Char('"')) ||
+                v.contains(QLatin1Char('\n')) || v.contains(QLatin1Char('\r')))
+                v = QLatin1Char('"') + v.replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+                    QLatin1Char('"');
+            return v;
+        };
+        out_ << columnas.join(QLatin1Char(',')) << Qt::endl;
+        for (int i = 0; i < rs.RecordCount(); ++i) {
+            QStringList f;
+            for (int j = 0; j < columnas.size(); ++j)
+                f << campo(TextoValor(rs.Fila(i).at(static_cast<size_t>(j))));
+            out_ << f.join(QLatin1Char(',')) << Qt::endl;
+        }
+        return Correcto;
+    }
 
     QList<QStringList> filas;
     QList<int> anchos;

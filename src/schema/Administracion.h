@@ -39,9 +39,9 @@ public:
 private:
     struct Opciones {
         QStringList posicionales;
-        QString config, datos, entidad, columnas;
+        QString config, datos, entidad, columnas, interno;
         int limite = -1;
-        bool demo = false, sinDatos = false, parcial = false, reemplazar = false;
+        bool demo = false, sinDatos = false, parcial = false, reemplazar = false, csv = false;
     };
     int LeerOpciones(const QStringList& args, Opciones& o);
     void AbrirStores(StoreDirectory& stores, const Opciones& o);

@@ -35,10 +35,10 @@ inline void Insertar(TestStores& ts, const QString& tabla, const QString& pares,
         marcas << QStringLiteral("?");
         valores << QVariant(p.mid(igual + 1));
     }
-    ts.conexion(entidad).Ejecutar(QStringLiteral("insert into %1 (%2) values (%3)")
-                                      .arg(tabla, cols.join(QLatin1Char(',')),
-                                           marcas.join(QLatin1Char(','))),
-                                  valores);
+    ts.conexion(entidad).Ejecutar(
+        QStringLiteral("insert into %1 (%2) values (%3)")
+            .arg(tabla, cols.join(QLatin1Char(',')), marcas.join(QLatin1Char(','))),
+        valores);
 }
 
 // A header ready to assemble (factura8 "S") with the given columns.

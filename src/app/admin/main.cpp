@@ -6,6 +6,12 @@
 #define KORVEN_ADMIN_SUBITEMS
 #endif
 
+#if defined(KORVEN_ASSEMBLY) && __has_include("assembly/AdminArmado.h")
+#include "assembly/AdminArmado.h"
+#include "platform/SettingsStore.h"
+#define KORVEN_ADMIN_ARMADO
+#endif
+
 #include <QCoreApplication>
 #include <QTextStream>
 
@@ -27,13 +33,25 @@ int main(int argc, char* argv[]) {
         r = goods.Ejecutar(argumentos.mid(1));
     } else
 #endif
+#ifdef KORVEN_ADMIN_ARMADO
+        if (!argumentos.isEmpty() && korven::AdminArmado::EsOrden(argumentos.first())) {
+        korven::AdminArmado armado(salida, errores, programa,
+                                   korven::SettingsStore::CarpetaDelUsuario());
+        r = armado.Ejecutar(argumentos.mid(1));
+    } else
+#endif
     {
         korven::schema::Administracion admin(salida, errores, programa);
         r = admin.Ejecutar(argumentos);
-#ifdef KORVEN_ADMIN_SUBITEMS
         const QString orden = argumentos.value(0).toLower();
+        Q_UNUSED(orden);
+#ifdef KORVEN_ADMIN_SUBITEMS
         if (orden == QLatin1String("ayuda") || orden == QLatin1String("--help"))
             salida << korven::AdminSubItems::TextoAyuda();
+#endif
+#ifdef KORVEN_ADMIN_ARMADO
+        if (orden == QLatin1String("ayuda") || orden == QLatin1String("--help"))
+            salida << korven::AdminArmado::TextoAyuda();
 #endif
     }
     salida.flush();

@@ -37,6 +37,11 @@
 #define KORVEN_PANTALLAS_IMPORTAR
 #endif
 
+#if defined(KORVEN_ASSEMBLY) && __has_include("assembly/PantallasArmarItem.h")
+#include "assembly/PantallasArmarItem.h"
+#define KORVEN_PANTALLAS_ARMADO
+#endif
+
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Korven"));
@@ -84,6 +89,10 @@ int main(int argc, char** argv) {
 #ifdef KORVEN_PANTALLAS_IMPORTAR
     p.registros.push_back(
         [](korven::AppContext& ctx) { korven::RegistrarPantallasImportar(ctx.pantallas()); });
+#endif
+#ifdef KORVEN_PANTALLAS_ARMADO
+    p.registros.push_back(
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasArmarItem(ctx.pantallas()); });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)

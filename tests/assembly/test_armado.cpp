@@ -1,0 +1,203 @@
+// The assembly as a whole: the same figures on both engines for the demo Operations and a
+// generated one; a run killed at any moment leaves the Operation as it was; the headless
+// command; the hub's button.
+
+#include "FixtureArmado.h"
+#include "assembly/ArmadoItems.h"
+#include "assembly/PantallasArmarItem.h"
+#include "foundation/FrmDetalleInterno.h"
+#include "liquidation/PantallasLiquidacion.h"
+#include "schema/Catalogo.h"
+#include "schema/OperacionesDemo.h"
+#include "support/OperacionArmado.h"
+#include "support/Pantallas.h"
+
+#include <QProcess>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QThread>
+#include <QtTest>
+
+using namespace korven;
+using namespace korven::test;
+
+namespace {
+
+const QStringList kTablas = {"caratula", "subitems", "groupsubitems", "idrel",    "sysflag",
+                             "item",     "itemliq",  "itemventaja",   "iteminfo", "liqcero"};
+
+QString Valor(const QVariant& v) {
+    if (v.isNull())
+        return QStringLiteral("null");
+    const int t = v.metaType().id();
+    if (t == QMetaType::Double || t == QMetaType::Int || t == QMetaType::LongLong) {
+        QString s = QString::number(v.toDouble(), 'f', 6);
+        while (s.endsWith(QLatin1Char('0')))
+            s.chop(1);
+        if (s.endsWith(QLatin1Char('.')))
+            s.chop(1);
+        return s == QLatin1String("-0") ? QStringLiteral("0") : s;
+    }
+    return v.toString();
+}
+
+// Every row of the Operation in the tables of an assembly, in key order, as text: one line per
+// row, the table first, the number of the Operation left out.
+QStringList Volcado(TestStores& ts, const QString& interno) {
+    Conexion& c = ts.conexion(QStringLiteral("INTERNOS"));
+    QStringList r;
+    for (const QString& tabla : kTablas) {
+        QStringList cols = c.Columnas(tabla);
+        cols.removeAll(QStringLiteral("interno"));
+        cols.sort();
+        const schema::DefTabla* def = schema::Catalogo::Tabla(tabla);
+        QStringList orden;
+        for (const QString& k : def->clave)
+            if (k != QLatin1String("interno"))
+                orden << k + (c.motor() == Motor::PostgreSQL &&
+                                      def->Columna(k)->tipo == schema::TipoColumna::Texto
+                                  ? QStringLiteral(" COLLATE \"C\"")
+                                  : QString());
+        const Recordset rs = c.Abrir(
+            QStringLiteral("select %1 from %2 where interno = ?%3")
+                .arg(cols.join(QLatin1Char(',')), tabla,
+                     orden.isEmpty() ? QString()
+                                     : QStringLiteral(" order by ") + orden.join(QLatin1Char(','))),
+            {interno});
+        for (int i = 0; i < rs.RecordCount(); ++i) {
+            QStringList f{tabla};
+            for (const QVariant& v : rs.Fila(i))
+                f << Valor(v);
+            r << f.join(QLatin1Char('|'));
+        }
+    }
+    return r;
+}
+
+std::unique_ptr<TestStores> ConDemo(Motor motor) {
+    auto ts = std::make_unique<TestStores>(motor);
+    PrepararArmado(*ts);
+    schema::OperacionesDemo(ts->stores(), schema::CarpetaDatos(ts->directorio())).Cargar();
+    ts->dialogos().ResponderSiempre(false);
+    return ts;
+}
+
+QString Armar(TestStores& ts, const QString& interno) {
+    ts.ctx().ArmadoResultado = QStringLiteral("SI");
+    ProgresoArmado sinVentana;
+    ArmadoItems(ts.ctx(), interno, sinVentana).Ejecutar();
+    return ts.ctx().ArmadoResultado;
+}
+
+} // namespace
+
+class TestArmado : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    // The demo Operations and 2,000 generated lines give the same rows on both engines.
+    void motoresIguales() {
+        if (!TestStores::Disponible(Motor::PostgreSQL))
+            QSKIP("PostgreSQL no disponible");
+        QStringList resultado[2];
+        for (Motor m : {Motor::SQLite, Motor::PostgreSQL}) {
+            auto ts = ConDemo(m);
+            OperacionParaArmar(ts->stores(), QStringLiteral("GEN-2000"), 2000);
+            QStringList internos =
+                schema::OperacionesDemo(ts->stores(), schema::CarpetaDatos(ts->directorio()))
+                    .Internos();
+            internos << QStringLiteral("GEN-2000");
+            QStringList& r = resultado[m == Motor::PostgreSQL];
+            for (const QString& interno : internos) {
+                r << interno + QStringLiteral(": ") + Armar(*ts, interno);
+                r << ts->dialogos().todo();
+                ts->dialogos().Limpiar();
+                r << Volcado(*ts, interno);
+            }
+        }
+        QVERIFY(resultado[0].size() > 2000 * 3);
+        for (int i = 0; i < std::min(resultado[0].size(), resultado[1].size()); ++i)
+            QCOMPARE(resultado[1].at(i), resultado[0].at(i));
+        QCOMPARE(resultado[1].size(), resultado[0].size());
+    }
+
+    // korven-admin armar killed at random moments: the Operation is exactly as before, or as
+    // the whole run leaves it, and the file is sound.
+    void muerteDelArmado() {
+        auto ts = ConDemo(Motor::SQLite);
+        OperacionParaArmar(ts->stores(), QStringLiteral("K-A"), 2000);
+        OperacionParaArmar(ts->stores(), QStringLiteral("K-B"), 2000);
+        const QStringList antes = Volcado(*ts, QStringLiteral("K-A"));
+        const QString ini = ts->stores().parametersPath();
+        const QString ajustes = ts->directorio() + QStringLiteral("ajustes");
+        auto correr = [&](const QString& interno, qint64 espera) {
+            ts->stores().CloseAllDataConnection();
+            QProcess p;
+            p.start(QStringLiteral(KORVEN_ADMIN),
+                    {QStringLiteral("armar"), interno, QStringLiteral("--config"), ini,
+                     QStringLiteral("--ajustes"), ajustes});
+            if (!p.waitForStarted())
+                return -1LL;
+            QElapsedTimer reloj;
+            reloj.start();
+            if (espera >= 0) {
+                QThread::usleep(static_cast<unsigned long>(espera));
+                p.kill();
+            }
+            p.waitForFinished(120000);
+            return reloj.nsecsElapsed() / 1000;
+        };
+        // The whole run on the twin Operation tells how long a run takes and what it leaves.
+        const qint64 duracion = correr(QStringLiteral("K-B"), -1);
+        QVERIFY(duracion > 0);
+        const QStringList despues = Volcado(*ts, QStringLiteral("K-B"));
+        QVERIFY(despues != antes);
+        QRandomGenerator azar(20261123);
+        int intactas = 0;
+        for (int r = 1; r <= 20; ++r) {
+            correr(QStringLiteral("K-A"), azar.bounded(duracion));
+            const QStringList ahora = Volcado(*ts, QStringLiteral("K-A"));
+            QVERIFY2(ahora == antes || ahora == despues, qPrintable(QString::number(r)));
+            intactas += ahora == antes;
+            QCOMPARE(EsNull(ts->conexion(QStringLiteral("INTERNOS"))
+                                .Escalar(QStringLiteral("PRAGMA integrity_check"))),
+                     QStringLiteral("ok"));
+        }
+        qInfo("run of %lld us; %d of 20 kills left the Operation untouched", duracion, intactas);
+        QVERIFY(intactas > 0);
+    }
+
+    // The hub assembles only an Operation marked to assemble, and opens item 0 after it.
+    void botonDelHub() {
+        auto ts = ConDemo(Motor::SQLite);
+        RegistrarPantallasArmarItem(ts->ctx().pantallas());
+        RegistrarPantallasLiquidacion(ts->ctx().pantallas());
+        const QString interno = QStringLiteral("DEMO-IC04-001");
+        QStringList vistas;
+        ts->conexion(QStringLiteral("INTERNOS"))
+            .Ejecutar(QStringLiteral("update caratula set factura8 = 'S' where interno = ?"),
+                      {interno});
+        FrmDetalleInterno f(ts->ctx(), {{QStringLiteral("interno"), interno}});
+        Mostrar(f);
+        for (const QString factura8 : {QStringLiteral("S"), QStringLiteral("N")}) {
+            ts->conexion(QStringLiteral("INTERNOS"))
+                .Ejecutar(QStringLiteral("delete from liqcero where interno = ?"), {interno});
+            AlAbrirse(QStringLiteral("FrmVerItem"), [&](QWidget* w) {
+                vistas << factura8 + QLatin1Char(':') + w->windowTitle();
+                Tecla(Qt::Key_Escape);
+            });
+            Control<QPushButton>(f, "cmdITEM")->click();
+            const int totales = Filas(*ts,
+                                      QStringLiteral("select interno from liqcero where "
+                                                     "interno = ?"),
+                                      {interno})
+                                    .size();
+            // Only the run writes the totals.
+            QCOMPARE(totales > 0, factura8 == QLatin1String("S"));
+        }
+        QCOMPARE(vistas, QStringList({"S:Item's - Interno: DEMO-IC04-001",
+                                      "N:Item's - Interno: DEMO-IC04-001"}));
+    }
+};
+
+QTEST_MAIN(TestArmado)
+#include "test_armado.moc"
