@@ -178,7 +178,7 @@ private Q_SLOTS:
                       {interno});
         FrmDetalleInterno f(ts->ctx(), {{QStringLiteral("interno"), interno}});
         Mostrar(f);
-        for (const QString factura8 : {QStringLiteral("S"), QStringLiteral("N")}) {
+        for (const QString& factura8 : {QStringLiteral("S"), QStringLiteral("N")}) {
             ts->conexion(QStringLiteral("INTERNOS"))
                 .Ejecutar(QStringLiteral("delete from liqcero where interno = ?"), {interno});
             AlAbrirse(QStringLiteral("FrmVerItem"), [&](QWidget* w) {
