@@ -329,7 +329,7 @@ void ConstruccionItems::Ventajas() {
     };
     // The rules of the subregime, then the rules of the client's positions for any subregime.
     Aplicar(r.car.idsubreg, true);
-    Aplicar(QString(), false);
+    Aplicar(QStringLiteral(""), false); // bound as the empty text, not NULL
 }
 
 void ConstruccionItems::TarifaExternaComun() {
