@@ -129,52 +129,51 @@ void ConstruccionItems::GenerarItems() {
 
     long long items = 0;
     if (r.OrdenItems == 1) {
-        // By position: one item per key, N before G before D, then by position and filler.
-        // Rows of equal order come in the order of the rest of the key.
-        const QString clave = QStringLiteral(
-            "interno,ncm,estadistica,idpais,idpaisproc,idunidad,estadomerc,deresp,biendeuso,lapi,"
-            "itfiller,cancelaciones,tipoitem,onccacategoria,onccacortes");
-        Recordset rs = r.c.Abrir(
-            QStringLiteral("select ") + clave + QStringLiteral(", ") + Sumas(r) +
-            QStringLiteral(" from groupsubitems where interno = ") + r.X() +
-            QStringLiteral(" group by ") + clave +
-            QStringLiteral(
-                " order by coalesce(tipoitem,'') desc, coalesce(ncm,''), coalesce(itfiller,''), "
-                "coalesce(estadistica,''), coalesce(idpais,''), coalesce(idpaisproc,''), "
-                "coalesce(idunidad,''), coalesce(estadomerc,''), coalesce(deresp,''), "
-                "coalesce(biendeuso,''), coalesce(lapi,''), coalesce(cancelaciones,''), "
-                "coalesce(onccacategoria,''), coalesce(onccacortes,'')"));
+        // By position: one item per key, N before G before D, then by position and filler;
+        // keys of equal order come in the order of the rest of the key, NULL before ''.
+        const QStringList columnas{
+            QStringLiteral("tipoitem"),       QStringLiteral("ncm"),
+            QStringLiteral("itfiller"),       QStringLiteral("estadistica"),
+            QStringLiteral("idpais"),         QStringLiteral("idpaisproc"),
+            QStringLiteral("idunidad"),       QStringLiteral("estadomerc"),
+            QStringLiteral("deresp"),         QStringLiteral("biendeuso"),
+            QStringLiteral("lapi"),           QStringLiteral("cancelaciones"),
+            QStringLiteral("onccacategoria"), QStringLiteral("onccacortes")};
+        QStringList orden, vacias;
+        for (const QString& col : columnas) {
+            const QString desc =
+                col == QLatin1String("tipoitem") ? QStringLiteral(" desc") : QString();
+            orden << QStringLiteral("coalesce(%1,'')%2, case when %1 is null then 0 else 1 end")
+                         .arg(col, desc);
+            vacias << QStringLiteral("coalesce(%1,'')").arg(col);
+        }
+        const QString clave = QStringLiteral("interno,") + columnas.join(QLatin1Char(','));
+        Recordset rs = r.c.Abrir(QStringLiteral("select ") + clave + QStringLiteral(", ") +
+                                 Sumas(r) + QStringLiteral(" from groupsubitems where interno = ") +
+                                 r.X() + QStringLiteral(" group by ") + clave +
+                                 QStringLiteral(" order by ") + orden.join(QStringLiteral(", ")));
         for (; !rs.Eof(); rs.MoveNext())
             InsertarItem(r, ++items, rs, rs);
 
-        // Each group to its item. The condition lets a group with an empty country, filler or
-        // state join any item of its position; of those it takes the one built from its own key
-        // (NULL counted as ''), and among equal ones the lowest number.
+        // Each group to its item: same position, unit, capital good, cancellations and type,
+        // and an empty country, filler or state of the group joins any item of its position.
+        // Of the items that qualify, the group takes the one built from its own key with NULL
+        // read as '' (an item holds '' for NULL), the lowest number among equal ones. The
+        // numbers are those of the read above: the rank of the group's key in the same order.
         const int enlazados = r.c.Ejecutar(
-            QStringLiteral(
-                "update groupsubitems set id = i.id from (select min(id) as id, interno, ncm, "
-                "idpais, idproc, idunidad, itfiller, estadomerc, biendeuso, cancelaciones, "
-                "tipoitem, estadistica, deresp, lapi, onccacategoria, onccacortes from item "
-                "where interno = ? group by interno, ncm, idpais, idproc, idunidad, itfiller, "
-                "estadomerc, biendeuso, cancelaciones, tipoitem, estadistica, deresp, lapi, "
-                "onccacategoria, onccacortes) i where groupsubitems.interno = i.interno and "
-                "groupsubitems.ncm = i.ncm and (groupsubitems.idpais = i.idpais or "
-                "groupsubitems.idpais is null) and (groupsubitems.idpaisproc = i.idproc or "
-                "groupsubitems.idpaisproc is null) and groupsubitems.idunidad = i.idunidad and "
-                "(groupsubitems.itfiller = i.itfiller or groupsubitems.itfiller is null) and "
-                "(groupsubitems.estadomerc = i.estadomerc or groupsubitems.estadomerc is null) "
-                "and groupsubitems.biendeuso = i.biendeuso and groupsubitems.cancelaciones = "
-                "i.cancelaciones and groupsubitems.tipoitem = i.tipoitem "
-                "and coalesce(groupsubitems.idpais,'') = i.idpais "
-                "and coalesce(groupsubitems.idpaisproc,'') = i.idproc "
-                "and coalesce(groupsubitems.itfiller,'') = i.itfiller "
-                "and coalesce(groupsubitems.estadomerc,'') = i.estadomerc "
-                "and coalesce(groupsubitems.estadistica,'') = i.estadistica "
-                "and coalesce(groupsubitems.deresp,'') = i.deresp "
-                "and coalesce(groupsubitems.lapi,'') = i.lapi "
-                "and coalesce(groupsubitems.onccacategoria,'') = i.onccacategoria "
-                "and coalesce(groupsubitems.onccacortes,'') = i.onccacortes "
-                "and groupsubitems.interno = ?"),
+            QStringLiteral("update groupsubitems set id = n.item from (select orden, ncm, "
+                           "idunidad, biendeuso, cancelaciones, tipoitem, min(rango) over "
+                           "(partition by ") +
+                vacias.join(QStringLiteral(", ")) +
+                QStringLiteral(") as item from (select orden, ") +
+                columnas.join(QStringLiteral(", ")) +
+                QStringLiteral(", dense_rank() over (order by ") +
+                orden.join(QStringLiteral(", ")) +
+                QStringLiteral(
+                    ") as rango from groupsubitems where interno = ?) a) n where "
+                    "groupsubitems.interno = ? and groupsubitems.orden = n.orden and n.ncm is "
+                    "not null and n.idunidad is not null and n.biendeuso is not null and "
+                    "n.cancelaciones is not null and n.tipoitem is not null"),
             {r.interno, r.interno});
         if (enlazados == 0)
             r.ctx.dialogos().Mensaje(QStringLiteral("Error en Agrupar Subitems"),
