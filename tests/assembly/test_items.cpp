@@ -6,6 +6,7 @@
 #include "assembly/ConstruccionItems.h"
 #include "assembly/ControlesArmado.h"
 #include "assembly/PantallasArmado.h"
+#include "platform/KorvenError.h"
 #include "support/Pantallas.h"
 
 #include <QListWidget>
@@ -104,6 +105,22 @@ private Q_SLOTS:
                            "order by id"),
                  L({"1|300|300", "2|1|301"}));
         QVERIFY(ts.dialogos().mensajes().isEmpty());
+    }
+
+    // Without groups only item 0 is left; by position the link of no group is the error of
+    // the grouping. In order of loading a group without unit could never be numbered.
+    void sinGrupos_data() { FilasDeMotores(); }
+    void sinGrupos() {
+        STORES();
+        Caratula(ts, OP, QStringLiteral("idsubreg=IC04"));
+        Corrida c(ts, 1);
+        ConstruccionItems(c.r).GenerarItems();
+        QCOMPARE(Filas(ts, "select id, totalkneto from item"), L{"0|0"});
+        QCOMPARE(ts.dialogos().mensajes(), L{"Error en Agrupar Subitems"});
+        QCOMPARE(ts.dialogos().registro().constLast().icono, Dialogos::Icono::Critico);
+        Insertar(ts, "groupsubitems", "interno=" + OP + ";orden=1;idsub=1;ncm=8471.30.12.100M");
+        c.r.OrdenItems = 2;
+        QVERIFY_THROWS_EXCEPTION(KorvenError, ConstruccionItems(c.r).GenerarItems());
     }
 
     void ordenDeItems_data() {
