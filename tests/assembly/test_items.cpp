@@ -120,6 +120,7 @@ private Q_SLOTS:
         QCOMPARE(ts.dialogos().registro().constLast().icono, Dialogos::Icono::Critico);
         Insertar(ts, "groupsubitems", "interno=" + OP + ";orden=1;idsub=1;ncm=8471.30.12.100M");
         c.r.OrdenItems = 2;
+        c.r.TotalFobOperacion = 1;
         QVERIFY_THROWS_EXCEPTION(KorvenError, ConstruccionItems(c.r).GenerarItems());
     }
 
