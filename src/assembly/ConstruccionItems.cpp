@@ -9,7 +9,11 @@
 #include "platform/Recordset.h"
 #include "platform/ValueRules.h"
 
+#include <QHash>
 #include <QStringList>
+
+#include <algorithm>
+#include <vector>
 
 namespace korven {
 
@@ -84,6 +88,33 @@ void FiltroNulo(const Recordset& rs, const QString& columna, QString& sql, QVari
     }
 }
 
+// The key of a row with NULL read as '', as an item holds it.
+QString ClaveVacia(const Recordset& rs, const QStringList& columnas) {
+    QString k;
+    for (const QString& c : columnas)
+        k += EsNull(rs.Fields(c)) + QChar(0x1f);
+    return k;
+}
+
+// Writes the item number of each group (by its orden) in statements of some hundred rows;
+// the rows changed.
+int Numerar(CorridaArmado& r, const std::vector<std::pair<long long, long long>>& enlaces) {
+    constexpr size_t kPorSentencia = 500;
+    int cambiadas = 0;
+    for (size_t i = 0; i < enlaces.size(); i += kPorSentencia) {
+        QStringList valores;
+        for (size_t j = i; j < std::min(enlaces.size(), i + kPorSentencia); ++j)
+            valores << QStringLiteral("(%1,%2)").arg(enlaces[j].first).arg(enlaces[j].second);
+        cambiadas += r.c.Ejecutar(
+            QStringLiteral("update groupsubitems set id = v.column2 from (values ") +
+                valores.join(QLatin1Char(',')) +
+                QStringLiteral(") v where groupsubitems.interno = ? and groupsubitems.orden = "
+                               "v.column1"),
+            {r.interno});
+    }
+    return cambiadas;
+}
+
 } // namespace
 
 void ConstruccionItems::GenerarItems() {
@@ -139,13 +170,12 @@ void ConstruccionItems::GenerarItems() {
             QStringLiteral("deresp"),         QStringLiteral("biendeuso"),
             QStringLiteral("lapi"),           QStringLiteral("cancelaciones"),
             QStringLiteral("onccacategoria"), QStringLiteral("onccacortes")};
-        QStringList orden, vacias;
+        QStringList orden;
         for (const QString& col : columnas) {
             const QString desc =
                 col == QLatin1String("tipoitem") ? QStringLiteral(" desc") : QString();
             orden << QStringLiteral("coalesce(%1,'')%2, case when %1 is null then 0 else 1 end")
                          .arg(col, desc);
-            vacias << QStringLiteral("coalesce(%1,'')").arg(col);
         }
         const QString clave = QStringLiteral("interno,") + columnas.join(QLatin1Char(','));
         Recordset rs = r.c.Abrir(QStringLiteral("select ") + clave + QStringLiteral(", ") +
@@ -158,23 +188,26 @@ void ConstruccionItems::GenerarItems() {
         // Each group to its item: same position, unit, capital good, cancellations and type,
         // and an empty country, filler or state of the group joins any item of its position.
         // Of the items that qualify, the group takes the one built from its own key with NULL
-        // read as '' (an item holds '' for NULL), the lowest number among equal ones. The
-        // numbers are those of the read above: the rank of the group's key in the same order.
-        const int enlazados = r.c.Ejecutar(
-            QStringLiteral("update groupsubitems set id = n.item from (select orden, ncm, "
-                           "idunidad, biendeuso, cancelaciones, tipoitem, min(rango) over "
-                           "(partition by ") +
-                vacias.join(QStringLiteral(", ")) +
-                QStringLiteral(") as item from (select orden, ") +
-                columnas.join(QStringLiteral(", ")) +
-                QStringLiteral(", dense_rank() over (order by ") +
-                orden.join(QStringLiteral(", ")) +
-                QStringLiteral(
-                    ") as rango from groupsubitems where interno = ?) a) n where "
-                    "groupsubitems.interno = ? and groupsubitems.orden = n.orden and n.ncm is "
-                    "not null and n.idunidad is not null and n.biendeuso is not null and "
-                    "n.cancelaciones is not null and n.tipoitem is not null"),
-            {r.interno, r.interno});
+        // read as '' (an item holds '' for NULL), the lowest number among equal ones.
+        QHash<QString, long long> porClave;
+        long long id = 0;
+        for (rs.MoveFirst(); !rs.Eof(); rs.MoveNext())
+            porClave.insert(ClaveVacia(rs, columnas), ++id); // the first is the lowest
+        std::vector<std::pair<long long, long long>> enlaces;
+        Recordset grupos =
+            r.c.Abrir(QStringLiteral("select orden, ") + columnas.join(QStringLiteral(", ")) +
+                          QStringLiteral(" from groupsubitems where interno = ?"),
+                      {r.interno});
+        for (; !grupos.Eof(); grupos.MoveNext()) {
+            bool completo = true;
+            for (const char* c : {"ncm", "idunidad", "biendeuso", "cancelaciones", "tipoitem"})
+                completo = completo && !grupos.Fields(QString::fromLatin1(c)).isNull();
+            if (completo)
+                enlaces.emplace_back(
+                    static_cast<long long>(EsNumero(grupos.Fields(QStringLiteral("orden")))),
+                    porClave.value(ClaveVacia(grupos, columnas)));
+        }
+        const int enlazados = Numerar(r, enlaces);
         if (enlazados == 0)
             r.ctx.dialogos().Mensaje(QStringLiteral("Error en Agrupar Subitems"),
                                      QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
