@@ -9,6 +9,9 @@
 #include "platform/ValueRules.h"
 
 #include <QHash>
+#include <QStringList>
+
+#include <iterator>
 #include <vector>
 
 namespace korven {
@@ -37,6 +40,25 @@ QString Izquierda(const QString& texto, int ancho) {
 QString Derecha(const QVariant& valor, int ancho) {
     return Formato(EsNumero(valor), QStringLiteral("00.00"))
         .rightJustified(ancho, QLatin1Char(' '));
+}
+
+// Sets the net kilos of the items, in statements of some hundred items; a later value of the
+// same item wins, as if each had been written in turn.
+void GuardarKilos(CorridaArmado& r, const std::vector<std::pair<long long, double>>& kilos) {
+    QHash<long long, double> ultimo;
+    for (const auto& [id, k] : kilos)
+        ultimo.insert(id, k);
+    QStringList valores;
+    for (auto it = ultimo.cbegin(); it != ultimo.cend(); ++it) {
+        valores << QStringLiteral("(%1,%2)").arg(it.key()).arg(r.Numero(it.value()));
+        if (valores.size() == 500 || std::next(it) == ultimo.cend()) {
+            r.c.Ejecutar(QStringLiteral("update item set totalkneto = v.column2 from (values ") +
+                             valores.join(QLatin1Char(',')) +
+                             QStringLiteral(") v where item.interno = ? and item.id = v.column1"),
+                         {r.interno});
+            valores.clear();
+        }
+    }
 }
 
 } // namespace
@@ -75,72 +97,83 @@ void ControlesArmado::VerificarIntegridad() {
                                "and interno = ? and (valorrelacionestadistica > 0 or "
                                "valorderesp > 0) order by id"),
                 {r.interno});
-        const QString cantidades =
-            QStringLiteral("select estadistica,deresp,sum(") +
-            r.Redondeo(QStringLiteral("valorrelacionestadistica"), QStringLiteral("00.00")) +
-            QStringLiteral(") as est,sum(") +
-            r.Redondeo(QStringLiteral("valorderesp"), QStringLiteral("00.00")) +
-            QStringLiteral(") as esp from groupsubitems where ");
-        const QString agrupar =
-            QStringLiteral(" and id = ? and interno= ? group by estadistica,deresp order by "
-                           "coalesce(estadistica,''), coalesce(deresp,'')");
-        const QString actualizar =
-            QStringLiteral("update item set totalkneto = ? where id = ? and interno = ?");
+        const auto Guardar = [&r](const std::vector<std::pair<long long, double>>& k) {
+            GuardarKilos(r, k);
+        };
+        // The sums of the groups of every item in one read per condition: for each item its
+        // first row by statistics unit and specific-duty unit.
+        struct Cantidades {
+            QString estadistica, deresp;
+            double est = 0, esp = 0;
+        };
+        const auto Leer = [&](const QString& condicion) {
+            QHash<long long, Cantidades> r2;
+            Recordset rs = r.c.Abrir(
+                QStringLiteral("select id,estadistica,deresp,sum(") +
+                    r.Redondeo(QStringLiteral("valorrelacionestadistica"),
+                               QStringLiteral("00.00")) +
+                    QStringLiteral(") as est,sum(") +
+                    r.Redondeo(QStringLiteral("valorderesp"), QStringLiteral("00.00")) +
+                    QStringLiteral(") as esp from groupsubitems where ") + condicion +
+                    QStringLiteral(" and interno= ? group by id,estadistica,deresp order by id, "
+                                   "coalesce(estadistica,''), coalesce(deresp,'')"),
+                {r.interno});
+            for (; !rs.Eof(); rs.MoveNext())
+                if (!r2.contains(Id(rs)))
+                    r2.insert(Id(rs), {EsNull(rs.Fields(1)), EsNull(rs.Fields(2)),
+                                       EsNumero(rs.Fields(3)), EsNumero(rs.Fields(4))});
+            return r2;
+        };
+        const QHash<long long, Cantidades> llenos =
+            Leer(QStringLiteral("(valorrelacionestadistica > 0 or valorderesp > 0)"));
+        const QHash<long long, Cantidades> sinEst =
+            Leer(QStringLiteral("valorrelacionestadistica = 0"));
+        const QHash<long long, Cantidades> sinEsp = Leer(QStringLiteral("valorderesp = 0"));
+
+        // The net kilos each item ends with, written together when the pass ends.
+        std::vector<std::pair<long long, double>> kilos;
+        const auto Fallar = [&](long long id, const char* resultado) {
+            Guardar(kilos);
+            MostrarSubItems(id);
+            r.ctx.ArmadoResultado = QString::fromLatin1(resultado);
+        };
         const int n2 = static_cast<int>(enKilos.size());
         for (int i = 0; i < n2; ++i) {
             r.progreso.Barra(i + 1, n2);
             const long long id = enKilos[static_cast<size_t>(i)];
             double a = 0;
             int tipo = 0;
-            Recordset llenos = r.c.Abrir(
-                cantidades + QStringLiteral("(valorrelacionestadistica > 0 or valorderesp > 0)") +
-                    agrupar,
-                {id, r.interno});
-            if (!llenos.Eof()) {
-                if (EsNull(llenos.Fields(QStringLiteral("estadistica"))) == QLatin1String("01")) {
+            const auto lleno = llenos.constFind(id);
+            if (lleno != llenos.constEnd()) {
+                if (lleno->estadistica == QLatin1String("01")) {
                     tipo = 1;
-                    a = EsNumero(llenos.Fields(QStringLiteral("est")));
-                    r.c.Ejecutar(actualizar, {a, id, r.interno});
-                } else if (EsNull(llenos.Fields(QStringLiteral("deresp"))) == QLatin1String("01")) {
+                    a = lleno->est;
+                    kilos.emplace_back(id, a);
+                } else if (lleno->deresp == QLatin1String("01")) {
                     tipo = 2;
-                    a = EsNumero(llenos.Fields(QStringLiteral("esp")));
-                    r.c.Ejecutar(actualizar, {a, id, r.interno});
+                    a = lleno->esp;
+                    kilos.emplace_back(id, a);
                 }
             }
-
             // The groups without quantity, by kind. An item whose filled groups are of
             // neither kind has none to read.
-            Recordset vacios;
-            if (tipo == 1)
-                vacios =
-                    r.c.Abrir(cantidades + QStringLiteral("valorrelacionestadistica = 0") + agrupar,
-                              {id, r.interno});
-            else if (tipo == 2)
-                vacios = r.c.Abrir(cantidades + QStringLiteral("valorderesp = 0") + agrupar,
-                                   {id, r.interno});
-            if (vacios.Eof()) {
-                if (a <= 0) {
-                    MostrarSubItems(id);
-                    r.ctx.ArmadoResultado = QStringLiteral("NO");
-                    return;
-                }
+            const QHash<long long, Cantidades>* vacios =
+                tipo == 1 ? &sinEst : (tipo == 2 ? &sinEsp : nullptr);
+            const auto vacio = vacios ? vacios->constFind(id) : sinEst.constEnd();
+            if (!vacios || vacio == vacios->constEnd()) {
+                if (a <= 0)
+                    return Fallar(id, "NO");
                 continue;
             }
-            const double b =
-                EsNumero(vacios.Fields(tipo == 2 ? QStringLiteral("esp") : QStringLiteral("est")));
-            r.c.Ejecutar(actualizar, {b, id, r.interno});
-            if (b == 0 && a != 0) {
-                MostrarSubItems(id);
-                r.ctx.ArmadoResultado = QStringLiteral("NO");
-                return;
-            }
-            if (b != 0 && a <= 0) {
-                MostrarSubItems(id);
-                r.ctx.ArmadoResultado = QStringLiteral("No");
-                return;
-            }
+            const double b = tipo == 2 ? vacio->esp : vacio->est;
+            kilos.emplace_back(id, b);
+            if (b == 0 && a != 0)
+                return Fallar(id, "NO");
+            if (b != 0 && a <= 0)
+                return Fallar(id, "No");
             r.ctx.ArmadoResultado = QStringLiteral("SI");
         }
+        Guardar(kilos);
     } catch (const KorvenError& e) {
         if (e.origen() == kSeccionMostrar)
             throw;
