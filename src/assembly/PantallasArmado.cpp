@@ -1,0 +1,20 @@
+#include "assembly/PantallasArmado.h"
+
+#include "assembly/ComprobacionInterno.h"
+#include "assembly/Frm_ComprobacionErrores.h"
+#include "platform/Pantallas.h"
+#include "platform/ui/PantallasEscritorio.h"
+
+namespace korven {
+
+void RegistrarPantallasComprobacion(Pantallas& pantallas) {
+    RegistrarFormulario<Frm_ComprobacionErrores>(pantallas,
+                                                 QStringLiteral("Frm_ComprobacionErrores"));
+    pantallas.Registrar(QStringLiteral("ChequearInterno"),
+                        [](AppContext& ctx, const QVariantMap& args) -> QVariant {
+                            return ComprobacionInterno(ctx).Comprobar(
+                                args.value(QStringLiteral("interno")).toString());
+                        });
+}
+
+} // namespace korven

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace korven {
+
+class Pantallas;
+
+// Registers the screens of the check of an assembled Operation: "Frm_ComprobacionErrores"
+// (argument "texto", the report) and "ChequearInterno" (argument "interno"; answers whether
+// something differs, after showing the report).
+void RegistrarPantallasComprobacion(Pantallas& pantallas);
+
+} // namespace korven
