@@ -92,7 +92,7 @@ void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& 
             const auto reducido = [&](const QString& col) {
                 return RedondeoSql(
                     ctx_.stores(), QStringLiteral("INTERNOS"),
-                    QStringLiteral("(%1 * %2) - ((%3 * (%1 * %2)) / 100)").arg(col, X, R),
+                    QStringLiteral("(%1 * %2) - ((%3 * (%1 * %2)) / 100.0)").arg(col, X, R),
                     QStringLiteral("00.000"));
             };
             c_.Ejecutar(QStringLiteral("update itemliq set porcentaje = ") +
@@ -137,7 +137,7 @@ void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& 
             c_.Ejecutar(
                 QStringLiteral("update itemliq set porcentaje = ") +
                     RedondeoSql(ctx_.stores(), QStringLiteral("INTERNOS"),
-                                QStringLiteral("(3 * %1) - ((%2 * 3 * %1) / 100)").arg(X, G),
+                                QStringLiteral("(3 * %1) - ((%2 * 3 * %1) / 100.0)").arg(X, G),
                                 QStringLiteral("00.00")) +
                     QStringLiteral(" where") + kFiltro + en424,
                 clave);
