@@ -23,7 +23,7 @@ namespace {
 // One itemliq row as the concept loop reads it.
 struct FilaLiq {
     QString concepto;
-    QVariant porcentaje, porcentajeb, baseimp, valor, pgc, motivo;
+    QVariant porcentaje, porcentajeb, baseimp, valor, pgc, motivo, total;
 };
 
 // One entry of the row list: what the run writes back to itemliq when the liquidation is dirty.
@@ -31,7 +31,9 @@ struct Calculada {
     long long iditem;
     QString concepto;
     double base, porcentaje, total;
-    QString pgc, motivo;
+    QString pgc;
+    QVariant motivo; // as read: a row without a motive keeps none
+    bool sinCambios;
 };
 
 struct Total {
@@ -99,14 +101,15 @@ LiquidacionOperacion::Calcular(const QString& interno,
     QHash<long long, std::vector<FilaLiq>> filas;
     {
         Recordset rs = c_.Abrir(QStringLiteral("select idconceptos, porcentaje, porcentajeb, "
-                                               "baseimp, valor, pgc, motivo, iditem from itemliq "
+                                               "baseimp, valor, pgc, motivo, iditem, total from "
+                                               "itemliq "
                                                "where iditem > 0 and interno = ? order by iditem, "
                                                "idconceptos"),
                                 {interno});
         for (; !rs.Eof(); rs.MoveNext())
             filas[static_cast<long long>(EsNumero(rs.Fields(7)))].push_back(
                 {Texto(rs.Fields(0)), rs.Fields(1), rs.Fields(2), rs.Fields(3), rs.Fields(4),
-                 rs.Fields(5), rs.Fields(6)});
+                 rs.Fields(5), rs.Fields(6), rs.Fields(8)});
     }
     QHash<QString, std::vector<QVariant>> ncm; // "001" + "|" + "002" -> the columns above
     {
@@ -352,8 +355,14 @@ LiquidacionOperacion::Calcular(const QString& interno,
                             {liq.ItemCoeficienteExportacion(), interno, static_cast<double>(id)});
             const QString pgc = f.pgc.isNull() ? QStringLiteral("P") : Texto(f.pgc).trimmed();
             const double total = RedondearDecimal(importe, 2);
-            calculadas.push_back({id, cod, RedondearDecimal(base, 2), RedondearDecimal(tasa, 2),
-                                  total, pgc, Texto(f.motivo)});
+            const double b = RedondearDecimal(base, 2), p = RedondearDecimal(tasa, 2);
+            const auto igual = [](const QVariant& v, double x) {
+                return !v.isNull() && EsNumero(v) == x;
+            };
+            calculadas.push_back({id, cod, b, p, total, pgc, f.motivo,
+                                  igual(f.baseimp, b) && igual(f.porcentaje, p) &&
+                                      igual(f.total, total) && !f.pgc.isNull() &&
+                                      Texto(f.pgc) == pgc});
             const auto it = indiceTotal.constFind(cod);
             if (it == indiceTotal.constEnd()) {
                 indiceTotal.insert(cod, totales.size());
@@ -453,6 +462,8 @@ LiquidacionOperacion::Calcular(const QString& interno,
             if (estado && k.iditem != anterior)
                 estado(QStringLiteral("Liquidando ITEM %1 ...").arg(k.iditem));
             anterior = k.iditem;
+            if (k.sinCambios)
+                continue; // the row holds these values already
             c_.Ejecutar(QStringLiteral("update itemliq set baseimp = ?,porcentaje = ?,total = "
                                        "?,pgc = ?,motivo = ? where interno = ? and iditem = ? "
                                        "and idconceptos = ?"),
