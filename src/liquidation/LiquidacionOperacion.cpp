@@ -6,6 +6,7 @@
 #include "platform/Conexion.h"
 #include "platform/Dialogos.h"
 #include "platform/Formato.h"
+#include "platform/KorvenError.h"
 #include "platform/Recordset.h"
 #include "platform/SentenciasPreparadas.h"
 #include "platform/StoreDirectory.h"
@@ -55,19 +56,15 @@ QString TextoTasa(double v) {
     return QString::number(v, 'g', 15);
 }
 
-} // namespace
-
-LiquidacionOperacion::LiquidacionOperacion(AppContext& ctx, Conexion& c) : ctx_(ctx), c_(c) {}
-
-LiquidacionOperacion::Resultado
-LiquidacionOperacion::Calcular(const QString& interno,
-                               const std::function<void(const QString&)>& estado) {
+// The body of Calcular: every failure goes to its caller, which names the section.
+LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QString& interno,
+                                         const std::function<void(const QString&)>& estado) {
     SentenciasPreparadas preparadas;
-    ClassLiquidacion liq(ctx_);
-    Resultado res;
+    ClassLiquidacion liq(ctx);
+    LiquidacionOperacion::Resultado res;
 
     // The header of the calculator, in the order of its properties.
-    Recordset car = c_.Abrir(QStringLiteral("select * from caratula where interno = ?"), {interno});
+    Recordset car = c.Abrir(QStringLiteral("select * from caratula where interno = ?"), {interno});
     const auto C = [&](const char* campo) {
         return IsRecord(car) ? car.Fields(QString::fromLatin1(campo)) : QVariant();
     };
@@ -75,14 +72,14 @@ LiquidacionOperacion::Calcular(const QString& interno,
     liq.setCaratulaSubRegimen(sub);
     liq.setCaratulaFobTotal(EsNumero(C("fobdivisas")));
     liq.setCaratulaFobTotal(EsNumero(
-        c_.Abrir(QStringLiteral("select sum(fob) as total from groupsubitems where interno = ?"),
-                 {interno})
+        c.Abrir(QStringLiteral("select sum(fob) as total from groupsubitems where interno = ?"),
+                {interno})
             .Fields(0)));
     liq.setCaratulaFobTotalSinG(EsNumero(C("fobdivisas")));
     liq.setCaratulaFobTotalSinG(EsNumero(
-        c_.Abrir(QStringLiteral("select sum(fobtotal) as total from item where interno = ? and "
-                                "tipoitem <> 'G'"),
-                 {interno})
+        c.Abrir(QStringLiteral("select sum(fobtotal) as total from item where interno = ? and "
+                               "tipoitem <> 'G'"),
+                {interno})
             .Fields(0)));
     liq.setCaratulaFleteTotal(EsNumero(C("fletedivisas")));
     liq.setCaratulaSeguroValor(EsNumero(C("segurodivisas")));
@@ -96,16 +93,16 @@ LiquidacionOperacion::Calcular(const QString& interno,
 
     // What the loop needs, read once: the items, their rows, their positions, the special
     // duties and the advantages already given.
-    Recordset items = c_.Abrir(
+    Recordset items = c.Abrir(
         QStringLiteral("select * from item where interno = ? and id > 0 order by id"), {interno});
     QHash<long long, std::vector<FilaLiq>> filas;
     {
-        Recordset rs = c_.Abrir(QStringLiteral("select idconceptos, porcentaje, porcentajeb, "
-                                               "baseimp, valor, pgc, motivo, iditem, total from "
-                                               "itemliq "
-                                               "where iditem > 0 and interno = ? order by iditem, "
-                                               "idconceptos"),
-                                {interno});
+        Recordset rs = c.Abrir(QStringLiteral("select idconceptos, porcentaje, porcentajeb, "
+                                              "baseimp, valor, pgc, motivo, iditem, total from "
+                                              "itemliq "
+                                              "where iditem > 0 and interno = ? order by iditem, "
+                                              "idconceptos"),
+                               {interno});
         for (; !rs.Eof(); rs.MoveNext())
             filas[static_cast<long long>(EsNumero(rs.Fields(7)))].push_back(
                 {Texto(rs.Fields(0)), rs.Fields(1), rs.Fields(2), rs.Fields(3), rs.Fields(4),
@@ -118,9 +115,9 @@ LiquidacionOperacion::Calcular(const QString& interno,
             posiciones.insert(Texto(items.Fields(QStringLiteral("ncm"))).left(10));
         items.MoveFirst();
         QStringList cols;
-        for (const QString& c : kColumnasNcm)
-            cols << QLatin1Char('"') + c + QLatin1Char('"');
-        Conexion& cn = ctx_.stores().getDataConnectionByEntity(QStringLiteral("NCM"));
+        for (const QString& col : kColumnasNcm)
+            cols << QLatin1Char('"') + col + QLatin1Char('"');
+        Conexion& cn = ctx.stores().getDataConnectionByEntity(QStringLiteral("NCM"));
         const QStringList lista(posiciones.begin(), posiciones.end());
         for (qsizetype desde = 0; desde < lista.size(); desde += 500) {
             QStringList literales;
@@ -143,7 +140,7 @@ LiquidacionOperacion::Calcular(const QString& interno,
     }
     QHash<QString, double> diem;
     {
-        Recordset rs = ctx_.stores()
+        Recordset rs = ctx.stores()
                            .getDataConnectionByEntity(QStringLiteral("SYSTABLAS"))
                            .Abrir(QStringLiteral("select ncm, diem from diemchina"));
         for (; !rs.Eof(); rs.MoveNext())
@@ -152,9 +149,9 @@ LiquidacionOperacion::Calcular(const QString& interno,
     }
     QSet<long long> conVehiculoPartes;
     {
-        Recordset rs = c_.Abrir(QStringLiteral("select iditem from itemventaja where interno = ? "
-                                               "and idventaja = 'VEHICULOPARTES'"),
-                                {interno});
+        Recordset rs = c.Abrir(QStringLiteral("select iditem from itemventaja where interno = ? "
+                                              "and idventaja = 'VEHICULOPARTES'"),
+                               {interno});
         for (; !rs.Eof(); rs.MoveNext())
             conVehiculoPartes.insert(static_cast<long long>(EsNumero(rs.Fields(0))));
     }
@@ -198,7 +195,7 @@ LiquidacionOperacion::Calcular(const QString& interno,
         liq.setItemCoeficienteExportacion(EsNumero(F("cofexp")));
         liq.setItemEstadoMercaderia(Texto(F("estadomerc")));
         liq.setItemCantidadDerechoEspecifico(EsNumero(F("valorderesp")));
-        liq.setItemCalcularCoeficienteExportacion(ctx_.CalcularCoeficiente);
+        liq.setItemCalcularCoeficienteExportacion(ctx.CalcularCoeficiente);
         liq.setItemLista(lista);
         liq.setItemMineria(Texto(F("mineria")) == QLatin1String("S"));
         liq.setncmMineriaTasaLey(1);
@@ -236,11 +233,11 @@ LiquidacionOperacion::Calcular(const QString& interno,
             } else {
                 const auto S = [](const QString& v) { return v == QLatin1String("S"); };
                 QString tasa = QStringLiteral("0");
-                if (S(ctx_.FlagDto1439) || S(ctx_.FlagD1330A6))
+                if (S(ctx.FlagDto1439) || S(ctx.FlagD1330A6))
                     tasa = QStringLiteral("24");
-                else if (S(ctx_.FlagDto1439A1) || S(ctx_.FlagD1330A7))
+                else if (S(ctx.FlagDto1439A1) || S(ctx.FlagD1330A7))
                     tasa = QStringLiteral("48");
-                else if (S(ctx_.FlagD1330A8))
+                else if (S(ctx.FlagD1330A8))
                     tasa = QStringLiteral("72");
                 liq.setNcmDerechoAdicional(tasa);
             }
@@ -258,13 +255,13 @@ LiquidacionOperacion::Calcular(const QString& interno,
             liq.setncmValor_AEC(EsNumero(N("026")));
         }
         const bool lapi = Texto(N("059")) == QLatin1String("*");
-        liq.setncmDIEMPREFPorcValor(ctx_.config().DIEMCHINA_PrefPorc);
-        liq.setncmDIEMIndMaxArancelValor(ctx_.config().DIEMCHINA_IndMaxArancel);
+        liq.setncmDIEMPREFPorcValor(ctx.config().DIEMCHINA_PrefPorc);
+        liq.setncmDIEMIndMaxArancelValor(ctx.config().DIEMCHINA_IndMaxArancel);
         const auto itD = diem.constFind(posicion.left(10));
         liq.setncmCalculaDIEMCHINA(itD != diem.constEnd());
         if (itD != diem.constEnd())
             liq.setncmDIEMCHINAValor(itD.value());
-        liq.setCalculoAEC(ctx_.CalculoAEC);
+        liq.setCalculoAEC(ctx.CalculoAEC);
 
         // The automotive regime.
         if ((liq.CalculoAEC() == QLatin1String("R") ||
@@ -276,9 +273,9 @@ LiquidacionOperacion::Calcular(const QString& interno,
             const auto vehiculoPartes = [&] {
                 if (conVehiculoPartes.contains(id))
                     return;
-                c_.Ejecutar(QStringLiteral("insert into itemventaja (iditem,idventaja,interno) "
-                                           "values (?,'VEHICULOPARTES',?)"),
-                            {static_cast<double>(id), interno});
+                c.Ejecutar(QStringLiteral("insert into itemventaja (iditem,idventaja,interno) "
+                                          "values (?,'VEHICULOPARTES',?)"),
+                           {static_cast<double>(id), interno});
                 conVehiculoPartes.insert(id);
             };
             if (aec == QLatin1String("*") && marca != QLatin1String("M")) {
@@ -288,15 +285,15 @@ LiquidacionOperacion::Calcular(const QString& interno,
                 if (lapi && sub != QLatin1String("ICR1"))
                     lapiFueraDeRegimen = true;
                 if (marca == QLatin1String("B")) {
-                    if (c_.Ejecutar(QStringLiteral("UPDATE item set lista = 'MERCOSUR' where id = "
-                                                   "? and interno = ? and (itmodif<>'S' or "
-                                                   "itmodif is null)"),
-                                    {static_cast<double>(id), interno}) > 0)
+                    if (c.Ejecutar(QStringLiteral("UPDATE item set lista = 'MERCOSUR' where id = "
+                                                  "? and interno = ? and (itmodif<>'S' or "
+                                                  "itmodif is null)"),
+                                   {static_cast<double>(id), interno}) > 0)
                         liq.setItemLISTA_MERCOSUR(true);
                 } else if (sub == QLatin1String("ICR1") && lapi) {
                     if (respuestaLapi < 0)
                         respuestaLapi =
-                            ctx_.dialogos().Pregunta(
+                            ctx.dialogos().Pregunta(
                                 QStringLiteral("ADVERTENCIA: Hay Posiciones arancelarias con "
                                                "LAPI pero no pertenecen\nal régimen automotriz, "
                                                "desea agregarle igual la ventaja "
@@ -349,10 +346,10 @@ LiquidacionOperacion::Calcular(const QString& interno,
             const double importe = liq.ObtenerValorConcepto(cod, porcentaje, 0, base, porcentajeB,
                                                             valor, sinCoeficiente);
             const double tasa = liq.ObtenerLqPorc();
-            if (cod == QLatin1String("020") && ctx_.CalcularCoeficiente && id != 0)
-                c_.Ejecutar(QStringLiteral("update item set cofexp = ? where interno = ? and id = "
-                                           "?"),
-                            {liq.ItemCoeficienteExportacion(), interno, static_cast<double>(id)});
+            if (cod == QLatin1String("020") && ctx.CalcularCoeficiente && id != 0)
+                c.Ejecutar(QStringLiteral("update item set cofexp = ? where interno = ? and id = "
+                                          "?"),
+                           {liq.ItemCoeficienteExportacion(), interno, static_cast<double>(id)});
             const QString pgc = f.pgc.isNull() ? QStringLiteral("P") : Texto(f.pgc).trimmed();
             const double total = RedondearDecimal(importe, 2);
             const double b = RedondearDecimal(base, 2), p = RedondearDecimal(tasa, 2);
@@ -375,18 +372,18 @@ LiquidacionOperacion::Calcular(const QString& interno,
 
     // The totals.
     if (lapiFueraDeRegimen) {
-        c_.Ejecutar(QStringLiteral("delete from itemventaja where interno = ? and idventaja = "
-                                   "'VEHICULOPARTES'"),
-                    {interno});
-        ctx_.dialogos().Mensaje(QStringLiteral("ADVERTENCIA: Hay posiciones con LAPI\npero que no "
-                                               "estan en el Regimen Automotriz.\n\nVerifique el "
-                                               "subregimen del despacho."),
-                                QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
+        c.Ejecutar(QStringLiteral("delete from itemventaja where interno = ? and idventaja = "
+                                  "'VEHICULOPARTES'"),
+                   {interno});
+        ctx.dialogos().Mensaje(QStringLiteral("ADVERTENCIA: Hay posiciones con LAPI\npero que no "
+                                              "estan en el Regimen Automotriz.\n\nVerifique el "
+                                              "subregimen del despacho."),
+                               QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
     }
-    c_.Ejecutar(QStringLiteral("delete from liqcero where interno = ?"), {interno});
+    c.Ejecutar(QStringLiteral("delete from liqcero where interno = ?"), {interno});
     QHash<QString, QString> descripciones;
     {
-        Recordset rs = c_.Abrir(QStringLiteral("select ctax, ltaxabr as descripcion from tax"));
+        Recordset rs = c.Abrir(QStringLiteral("select ctax, ltaxabr as descripcion from tax"));
         for (; !rs.Eof(); rs.MoveNext())
             if (!descripciones.contains(Texto(rs.Fields(0))))
                 descripciones.insert(Texto(rs.Fields(0)), Texto(rs.Fields(1)));
@@ -394,9 +391,9 @@ LiquidacionOperacion::Calcular(const QString& interno,
     const QString dosDecimales = QStringLiteral("00.00");
     const auto insertar = [&](const QString& cod, const QString& texto, double valor,
                               const QString& pgc) {
-        c_.Ejecutar(QStringLiteral("insert into liqcero (idconcepto,concepto,valor,interno,pgc) "
-                                   "values (?,?,?,?,?)"),
-                    {cod, texto, RedondearDecimal(valor, 2), interno, pgc});
+        c.Ejecutar(QStringLiteral("insert into liqcero (idconcepto,concepto,valor,interno,pgc) "
+                                  "values (?,?,?,?,?)"),
+                   {cod, texto, RedondearDecimal(valor, 2), interno, pgc});
     };
     const auto sumar = [&](const QString& pgc, double valor) {
         if (pgc == QLatin1String("G"))
@@ -430,33 +427,33 @@ LiquidacionOperacion::Calcular(const QString& interno,
             res.grilla.push_back(
                 {t.concepto, QStringLiteral("Factor de Convergencia"),
                  QLatin1Char('(') + Formato(t.suma, dosDecimales) + QLatin1Char(')')});
-            c_.Ejecutar(QStringLiteral("insert into liqcero (idconcepto,concepto,valor,interno) "
-                                       "values (?,?,?,?)"),
-                        {t.concepto, QString(), RedondearDecimal(t.suma, 2), interno});
+            c.Ejecutar(QStringLiteral("insert into liqcero (idconcepto,concepto,valor,interno) "
+                                      "values (?,?,?,?)"),
+                       {t.concepto, QStringLiteral(""), RedondearDecimal(t.suma, 2), interno});
         } else if (t.suma > 0) {
             if (t.pgc == QLatin1String("G") || t.pgc == QLatin1String("C")) {
                 // The text of a concept that tax does not have: the run fails here.
-                Recordset vacio = c_.Abrir(
-                    QStringLiteral("select ltaxabr as descripcion from tax where ctax = ?"),
-                    {t.concepto});
+                Recordset vacio =
+                    c.Abrir(QStringLiteral("select ltaxabr as descripcion from tax where ctax = ?"),
+                            {t.concepto});
                 vacio.Fields(QStringLiteral("descripcion"));
             }
             res.grilla.push_back({t.concepto, QString(), Formato(t.suma, dosDecimales)});
-            insertar(t.concepto, QString(), t.suma, QStringLiteral("P"));
+            insertar(t.concepto, QStringLiteral(""), t.suma, QStringLiteral("P"));
             sumar(QStringLiteral("P"), t.suma);
         }
     }
     const auto interna = [&](const char* cod, double suma) {
-        c_.Ejecutar(QStringLiteral("insert into liqcero (idconcepto,valor,interno) values "
-                                   "(?,?,?)"),
-                    {QString::fromLatin1(cod), RedondearDecimal(suma, 2), interno});
+        c.Ejecutar(QStringLiteral("insert into liqcero (idconcepto,valor,interno) values "
+                                  "(?,?,?)"),
+                   {QString::fromLatin1(cod), RedondearDecimal(suma, 2), interno});
     };
     interna("###baseiva", sumaBaseIVA);
     interna("###baseimp", sumaBaseImp);
     interna("###ajded", sumaAjDed);
     interna("###ajinc", sumaAjInc);
 
-    if (ctx_.LiquidacionPendiente) {
+    if (ctx.LiquidacionPendiente) {
         long long anterior = -1;
         for (const Calculada& k : calculadas) {
             if (estado && k.iditem != anterior)
@@ -464,17 +461,32 @@ LiquidacionOperacion::Calcular(const QString& interno,
             anterior = k.iditem;
             if (k.sinCambios)
                 continue; // the row holds these values already
-            c_.Ejecutar(QStringLiteral("update itemliq set baseimp = ?,porcentaje = ?,total = "
-                                       "?,pgc = ?,motivo = ? where interno = ? and iditem = ? "
-                                       "and idconceptos = ?"),
-                        {k.base, k.porcentaje, k.total, k.pgc, k.motivo, interno,
-                         static_cast<double>(k.iditem), k.concepto});
+            c.Ejecutar(QStringLiteral("update itemliq set baseimp = ?,porcentaje = ?,total = "
+                                      "?,pgc = ?,motivo = ? where interno = ? and iditem = ? "
+                                      "and idconceptos = ?"),
+                       {k.base, k.porcentaje, k.total, k.pgc, k.motivo, interno,
+                        static_cast<double>(k.iditem), k.concepto});
         }
-        ctx_.LiquidacionPendiente = false;
+        ctx.LiquidacionPendiente = false;
         if (estado)
             estado(QStringLiteral("LISTO"));
     }
     return res;
+}
+
+} // namespace
+
+LiquidacionOperacion::LiquidacionOperacion(AppContext& ctx, Conexion& c) : ctx_(ctx), c_(c) {}
+
+LiquidacionOperacion::Resultado
+LiquidacionOperacion::Calcular(const QString& interno,
+                               const std::function<void(const QString&)>& estado) {
+    try {
+        return Liquidar(ctx_, c_, interno, estado);
+    } catch (const KorvenError& e) {
+        throw KorvenError(e.numero(), e.descripcion(),
+                          QStringLiteral("KORVEN.frmverItem.VerDetalleITEM"));
+    }
 }
 
 } // namespace korven

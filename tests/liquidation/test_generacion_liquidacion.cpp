@@ -6,6 +6,7 @@
 #include "platform/AppContext.h"
 #include "platform/Conexion.h"
 #include "platform/Formato.h"
+#include "platform/KorvenError.h"
 #include "platform/Recordset.h"
 #include "schema/Esquema.h"
 #include "support/TestStores.h"
@@ -223,6 +224,44 @@ private Q_SLOTS:
                                    "order by iditem";
             QCOMPARE(Filas(ts, ventajas), c[4]);
             QCOMPARE(Filas(ts, "select lista from item where interno = ? order by id"), c[5]);
+        }
+    }
+
+    // Concepts that tax does not know: "FCV" shows between parentheses without a mark, "777"
+    // to pay goes with an empty text; to guarantee, the run fails naming its section. FOB 100 at
+    // rate 1: FCV 2% = 2, 777 5% = 5.
+    void sinTax_data() { FilasDeMotores(); }
+    void sinTax() {
+        MOTOR_O_SALTAR();
+        for (const QString pgc : {"P", "G"}) {
+            TestStores ts(static_cast<Motor>(motor));
+            Preparar(ts);
+            Posicion(ts);
+            Conexion& c = ts.conexion("INTERNOS");
+            c.Ejecutar("insert into caratula (interno,idsubreg,fobdivcambio) values (?,'IC04',1)",
+                       {kInterno});
+            Item(ts, 1, "N", "2", "", 100);
+            for (const auto& [cod, tasa] : {std::pair{"FCV", 2}, {"777", 5}})
+                c.Ejecutar("insert into itemliq (interno,iditem,idconceptos,porcentaje,pgc) "
+                           "values (?,1,?,?,?)",
+                           {kInterno, cod, tasa, pgc});
+            try {
+                const auto r = LiquidacionOperacion(ts.ctx(), c).Calcular(kInterno);
+                QCOMPARE(pgc, "P");
+                QCOMPARE(r.grilla.size(), 2);
+                // In order of code; the mask "00.00" keeps two whole digits.
+                QCOMPARE(r.grilla[0].descripcion + r.grilla[0].importe,
+                         "05" + SeparadorDecimal() + "00");
+                QCOMPARE(r.grilla[1].descripcion + r.grilla[1].importe,
+                         "Factor de Convergencia(02" + SeparadorDecimal() + "00)");
+                QCOMPARE(r.pagar, 5.0);
+                QCOMPARE(Filas(ts, "select idconcepto, concepto, valor, pgc from liqcero where "
+                                   "interno = ? and idconcepto in ('FCV','777') order by valor"),
+                         "FCV||2|null 777||5|P");
+            } catch (const KorvenError& e) {
+                QCOMPARE(pgc, "G");
+                QCOMPARE(e.origen(), "KORVEN.frmverItem.VerDetalleITEM");
+            }
         }
     }
 
