@@ -1,5 +1,7 @@
 #include "assembly/PantallasArmado.h"
 
+#include "assembly/FrmArmarItem.h"
+
 #include "assembly/ComprobacionInterno.h"
 #include "assembly/Frm_ComprobacionErrores.h"
 #include "platform/Pantallas.h"
@@ -15,6 +17,11 @@ void RegistrarPantallasComprobacion(Pantallas& pantallas) {
                             return ComprobacionInterno(ctx).Comprobar(
                                 args.value(QStringLiteral("interno")).toString());
                         });
+}
+
+void RegistrarPantallasArmado(Pantallas& pantallas) {
+    RegistrarFormulario<FrmArmarItem>(pantallas, QStringLiteral("FrmArmarItem"));
+    RegistrarPantallasComprobacion(pantallas);
 }
 
 } // namespace korven

@@ -4,7 +4,7 @@
 
 #include "FixtureArmado.h"
 #include "assembly/ArmadoItems.h"
-#include "assembly/PantallasArmarItem.h"
+#include "assembly/PantallasArmado.h"
 #include "foundation/FrmDetalleInterno.h"
 #include "liquidation/PantallasLiquidacion.h"
 #include "schema/Catalogo.h"
@@ -169,7 +169,7 @@ private Q_SLOTS:
     // The hub assembles only an Operation marked to assemble, and opens item 0 after it.
     void botonDelHub() {
         auto ts = ConDemo(Motor::SQLite);
-        RegistrarPantallasArmarItem(ts->ctx().pantallas());
+        RegistrarPantallasArmado(ts->ctx().pantallas());
         RegistrarPantallasLiquidacion(ts->ctx().pantallas());
         const QString interno = QStringLiteral("DEMO-IC04-001");
         QStringList vistas;

@@ -37,8 +37,8 @@
 #define KORVEN_PANTALLAS_IMPORTAR
 #endif
 
-#if defined(KORVEN_ASSEMBLY) && __has_include("assembly/PantallasArmarItem.h")
-#include "assembly/PantallasArmarItem.h"
+#if defined(KORVEN_ASSEMBLY) && __has_include("assembly/PantallasArmado.h")
+#include "assembly/PantallasArmado.h"
 #define KORVEN_PANTALLAS_ARMADO
 #endif
 
@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
 #endif
 #ifdef KORVEN_PANTALLAS_ARMADO
     p.registros.push_back(
-        [](korven::AppContext& ctx) { korven::RegistrarPantallasArmarItem(ctx.pantallas()); });
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasArmado(ctx.pantallas()); });
 #endif
     std::unique_ptr<korven::Sesion> sesion = korven::Main(p);
     if (!sesion)
