@@ -6,7 +6,6 @@
 #include "platform/KorvenError.h"
 
 #include <QtTest>
-#include <optional>
 
 using namespace korven;
 using namespace korven::test;
