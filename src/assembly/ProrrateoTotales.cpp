@@ -88,8 +88,7 @@ bool ProrrateoTotales::ProrratearFob() {
             QStringLiteral(" where interno = ? and idsub = ?");
         for (auto it = porIdSub.cbegin(); it != porIdSub.cend(); ++it)
             c.Ejecutar(porLinea, {it.value(), it.value(), r_.interno, it.key()});
-        c.Ejecutar(
-            QStringLiteral("update groupsubitems set fob = %1 where interno = %2").arg(fob2, x));
+        // Every FOB is now written rounded to cents.
 
         // What rounding left over goes to the last group that can take it.
         Recordset tot =
@@ -204,28 +203,28 @@ bool ProrrateoTotales::ProrratearFob() {
 }
 
 void ProrrateoTotales::DatosComunes() {
-    Conexion& c = r_.c;
     const CaratulaArmado& car = r_.car;
-    const QString vacia = QStringLiteral(" where (%1 = '' or %1 is null) and interno = ?");
-    const QString todas = QStringLiteral(" where interno = ?");
+    // One pass over the groups: a column takes the header's value everywhere when forced, or
+    // where it is empty, and keeps its own elsewhere.
+    auto poner = [](const char* columna, const QString& valor, bool siempre) {
+        const QString col = QLatin1String(columna);
+        if (siempre)
+            return col + QStringLiteral(" = ") + SqlTexto(valor);
+        return QStringLiteral("%1 = case when (%1 = '' or %1 is null) then %2 else %1 end")
+            .arg(col, SqlTexto(valor));
+    };
+    QStringList set;
     if (!car.dcestmerc.trimmed().isEmpty())
-        c.Ejecutar(QStringLiteral("update groupsubitems set EstadoMerc = ?") +
-                       (car.dcforzarestmerc ? todas : vacia.arg(QStringLiteral("EstadoMerc"))),
-                   {car.dcestmerc, r_.interno});
+        set << poner("EstadoMerc", car.dcestmerc, car.dcforzarestmerc);
     if (!car.dcpaisorigen.trimmed().isEmpty())
-        c.Ejecutar(QStringLiteral("update groupsubitems set IdPais = ?") +
-                       (car.dcforzarpaisorigen ? todas : vacia.arg(QStringLiteral("IdPais"))),
-                   {car.dcpaisorigen, r_.interno});
-    // The header's ONCCA data fill the empty ones, even when the header has none.
-    c.Ejecutar(QStringLiteral("update groupsubitems set ONCCACategoria = ") +
-                   SqlTexto(car.onccacategoria) + vacia.arg(QStringLiteral("ONCCACategoria")),
-               {r_.interno});
-    c.Ejecutar(QStringLiteral("update groupsubitems set ONCCACortes = ") +
-                   SqlTexto(car.onccacortes) + vacia.arg(QStringLiteral("ONCCACortes")),
-               {r_.interno});
-    // The proration codes have done their work.
-    c.Ejecutar(QStringLiteral("update groupsubitems set codprorrateo = '' where interno = ?"),
-               {r_.interno});
+        set << poner("IdPais", car.dcpaisorigen, car.dcforzarpaisorigen);
+    // The header's ONCCA data fill the empty ones, even when the header has none; the
+    // proration codes have done their work.
+    set << poner("ONCCACategoria", car.onccacategoria, false)
+        << poner("ONCCACortes", car.onccacortes, false) << QStringLiteral("codprorrateo = ''");
+    r_.c.Ejecutar(QStringLiteral("update groupsubitems set ") + set.join(QStringLiteral(", ")) +
+                      QStringLiteral(" where interno = ?"),
+                  {r_.interno});
 }
 
 void ProrrateoTotales::KilosBrutos() {
@@ -310,11 +309,8 @@ void ProrrateoTotales::Prorratear_ItemCeroEx(double& kilos) {
 
         // The lines without kilos are marked; only they take a share.
         const double resto = R2(kilos - k);
-        c.Ejecutar(QStringLiteral(
-                       "update groupsubitems set flgkg = '*' where interno = ? and kgneto <= 0"),
-                   xp);
-        c.Ejecutar(QStringLiteral("update groupsubitems set flgkg = '' where (flgkg is null or "
-                                  "flgkg <> '*') and interno = ?"),
+        c.Ejecutar(QStringLiteral("update groupsubitems set flgkg = case when kgneto <= 0 or "
+                                  "flgkg = '*' then '*' else '' end where interno = ?"),
                    xp);
         Recordset sf = c.Abrir(QStringLiteral("select sum(fob) as fobtotal, count(fob) as "
                                               "cantidad from groupsubitems where interno = ? and "
@@ -414,22 +410,43 @@ void ProrrateoTotales::Prorratear_ItemCeroEx(double& kilos) {
                        {R2(Num(g, "kgneto") + e), r_.interno, g.Fields(QStringLiteral("orden"))});
         }
 
-        c.Ejecutar(QStringLiteral("update groupsubitems set valorrelacionestadistica = kgneto "
-                                  "where interno = ? and estadistica = '01'"),
-                   xp);
-        c.Ejecutar(QStringLiteral("update groupsubitems set valorderesp = kgneto where interno = "
-                                  "? and deresp = '01'"),
+        // Units measured in kilos take the kilos (rows that already hold them are left alone).
+        c.Ejecutar(QStringLiteral("update groupsubitems set valorrelacionestadistica = case when "
+                                  "estadistica = '01' then kgneto else valorrelacionestadistica "
+                                  "end, valorderesp = case when deresp = '01' then kgneto else "
+                                  "valorderesp end where interno = ? and ((estadistica = '01' and "
+                                  "(valorrelacionestadistica is null or valorrelacionestadistica "
+                                  "<> kgneto)) or (deresp = '01' and (valorderesp is null or "
+                                  "valorderesp <> kgneto)))"),
                    xp);
         pb.Barra(80, 100);
 
         // The kilos of each item, and of the statistic and specific-duty units measured in
-        // kilos.
+        // kilos: one statement for the items whose groups share both units.
+        const QVariantList xx{r_.interno, r_.interno};
+        const QString suma = r_.Redondeo(QStringLiteral("sum(kgneto)"), QStringLiteral("00.00"));
+        const QString enKilos = QStringLiteral("sum(case when %1 = '01' then kgneto end)");
+        c.Ejecutar(
+            QStringLiteral("update item set totalkneto = g.totalkg, valorrelacionestadistica = "
+                           "coalesce(g.kgest, valorrelacionestadistica), valorderesp = "
+                           "coalesce(g.kgder, valorderesp) from (select id, %1 as totalkg, %2 as "
+                           "kgest, %3 as kgder from groupsubitems where interno = ? group by id) g "
+                           "where item.interno = ? and item.id = g.id")
+                .arg(suma,
+                     r_.Redondeo(enKilos.arg(QStringLiteral("estadistica")),
+                                 QStringLiteral("00.00")),
+                     r_.Redondeo(enKilos.arg(QStringLiteral("deresp")), QStringLiteral("00.00"))),
+            xx);
+        // An item whose groups differ in those units takes, in each column, the last of its
+        // groups in the order of the units.
         Recordset items = c.Abrir(
             QStringLiteral("select id, estadistica, deresp, %1 as totalkg from groupsubitems "
-                           "where interno = ? group by id, estadistica, deresp order by id, "
-                           "coalesce(estadistica, ''), coalesce(deresp, '')")
-                .arg(r_.Redondeo(QStringLiteral("sum(kgneto)"), QStringLiteral("00.00"))),
-            xp);
+                           "where interno = ? and id in (select id from groupsubitems where "
+                           "interno = ? group by id having count(distinct coalesce(estadistica, "
+                           "'') || '|' || coalesce(deresp, '')) > 1) group by id, estadistica, "
+                           "deresp order by id, coalesce(estadistica, ''), coalesce(deresp, '')")
+                .arg(suma),
+            xx);
         for (; !items.Eof(); items.MoveNext()) {
             const QVariant kg = Num(items, "totalkg");
             QString sql = QStringLiteral("update item set totalkneto = ?");

@@ -6,7 +6,6 @@
 #include "platform/KorvenError.h"
 
 #include <QtTest>
-#include <optional>
 
 using namespace korven;
 using namespace korven::test;
@@ -126,11 +125,12 @@ void TestProrrateo::prorratear_data() {
          kKilos + "|1,1,1,1000,0,01,01|2,1,2,0.04,0,01,01|3,2,3,500,20,07,02" + kItemsKilos, 120, 0,
          "1|99.99|*|99.99|99.99 2|0.01|*|0.01|0.01 3|20||null|null 0|120|0|0 1|100|100|100 "
          "2|20|5|6 pb:0,10,20,30,40,50,70,80");
-    // 100 / 3 = 33.33 three times, 99.99: the first of the heaviest takes 0.01.
+    // 100 / 3 = 33.33 three times, 99.99: the first of the heaviest takes 0.01. Item 2's groups
+    // differ in units: it keeps the last of them in unit order (07 after 01), 33.33.
     Caso("ajuste", "kilos", "",
-         kKilos + "|1,1,1,1,0,07,02|2,2,2,1,0,07,02|3,2,3,1,0,07,02" + kItemsKilos, 100, 0,
-         "1|33.34|*|null|null 2|33.33|*|null|null 3|33.33|*|null|null 0|100|0|0 1|33.34|0|0 "
-         "2|66.66|5|6 pb:0,10,20,30,40,50,70,80");
+         kKilos + "|1,1,1,1,0,07,02|2,2,2,1,0,07,02|3,2,3,1,0,01," + kItemsKilos, 100, 0,
+         "1|33.34|*|null|null 2|33.33|*|null|null 3|33.33|*|33.33|null 0|100|0|0 1|33.34|0|0 "
+         "2|33.33|33.33|6 pb:0,10,20,30,40,50,70,80");
     // Kilos equal to the sum: nothing to share; the empty line takes 0.01 from the 10.
     Caso("sin resto", "kilos", "", kKilos + "|1,1,1,100,10,07,02|2,2,2,50,0,07,02" + kItemsKilos,
          10, 0,
