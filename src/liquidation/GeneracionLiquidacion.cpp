@@ -7,7 +7,9 @@
 #include "platform/SentenciasPreparadas.h"
 #include "platform/ValueRules.h"
 
+#include <QHash>
 #include <QStringList>
+#include <vector>
 
 namespace korven {
 
@@ -31,35 +33,84 @@ QString Num(double v) {
     return SqlNumero(v, QStringLiteral("."));
 }
 
-// The filter of every statement of one item; the operation and the item are bound.
-const QString kFiltro = QStringLiteral(" interno = ? and iditem = ?");
+// The items the statements of a generation apply to: one item, bound, or a group of items of
+// an Operation whose rows were deleted, named by their numbers, that share the list and the
+// values. Each statement touches only the rows of its items, so a group run statement by
+// statement leaves the rows that item by item would.
+struct Destino {
+    QString interno;
+    double item = 0;        // one item
+    QList<long long> grupo; // or these
 
-} // namespace
+    QString Filtro() const {
+        return grupo.isEmpty()
+                   ? QStringLiteral(" interno = ? and iditem = ?")
+                   : QStringLiteral(" interno = ? and iditem in (") + Ids() + QStringLiteral(")");
+    }
+    QVariantList Clave(QVariantList antes = {}) const {
+        antes << interno;
+        if (grupo.isEmpty())
+            antes << item;
+        return antes;
+    }
+    QString Ids() const {
+        QStringList r;
+        for (long long id : grupo)
+            r << QString::number(id);
+        return r.join(QLatin1Char(','));
+    }
+    // The rows of the codes of tax, with the item number and the Operation.
+    void InsertarConceptos(Conexion& c, const QString& lista) const {
+        if (grupo.isEmpty())
+            c.Ejecutar(QStringLiteral("insert into itemliq (pgc,iditem,idconceptos,interno,"
+                                      "conceptos,porcentaje) select distinct ctaxpog,cast(? as "
+                                      "double precision),ctax,?,ltaxabr,porcentaje from tax "
+                                      "where ctax in (") +
+                           lista + QStringLiteral(")"),
+                       {item, interno});
+        else
+            c.Ejecutar(QStringLiteral("insert into itemliq (pgc,iditem,idconceptos,interno,"
+                                      "conceptos,porcentaje,baseimp,total) select distinct "
+                                      "tax.ctaxpog,item.id,tax.ctax,?,tax.ltaxabr,0,0,0 from "
+                                      "tax, item "
+                                      "where item.interno = ? and item.id in (") +
+                           Ids() + QStringLiteral(") and tax.ctax in (") + lista +
+                           QStringLiteral(")"),
+                       {interno, interno});
+    }
+    void InsertarVentaja(Conexion& c, const QString& ventaja) const {
+        if (grupo.isEmpty())
+            c.Ejecutar(QStringLiteral("insert into itemventaja (iditem,interno,idventaja) values "
+                                      "(?,?,?)"),
+                       {item, interno, ventaja});
+        else
+            c.Ejecutar(QStringLiteral("insert into itemventaja (iditem,interno,idventaja) select "
+                                      "id,?,? from item where interno = ? and id in (") +
+                           Ids() + QStringLiteral(")"),
+                       {interno, ventaja, interno});
+    }
+};
 
-GeneracionLiquidacion::GeneracionLiquidacion(AppContext& ctx, Conexion& c) : ctx_(ctx), c_(c) {}
-
-void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& IdItem,
-                                       const QString& Interno, double Ganancias, double Reduccion,
-                                       bool EsCVDI, double TasaIVA, double /*Sbtrei*/,
-                                       double IngresosBrutos, const QString& SubRegimen,
-                                       const QString& Muestra) {
+// The statements of one generation, in their order.
+void Generar(AppContext& ctx_, Conexion& c_, const QString& Conceptos, const Destino& d,
+             double Ganancias, double Reduccion, bool EsCVDI, double TasaIVA, double IngresosBrutos,
+             const QString& SubRegimen, const QString& Muestra) {
     const QString lista = ListaSql(Conceptos);
-    const double item = IdItem.trimmed().toDouble();
-    const QVariantList clave{Interno, item};
+    const QString kFiltro = d.Filtro();
+    const QVariantList clave = d.Clave();
     const QString sub2 = SubRegimen.left(2);
     const QString en422 = QStringLiteral(" and idconceptos in ('422','854')");
     const QString en424 = QStringLiteral(" and idconceptos in ('424','856')");
 
     // 1. The rows of the list, with the mark and the text of tax.
-    c_.Ejecutar(QStringLiteral("insert into itemliq (pgc,iditem,idconceptos,interno,conceptos,"
-                               "porcentaje) select distinct ctaxpog,cast(? as double precision),"
-                               "ctax,?,ltaxabr,porcentaje from tax where ctax in (") +
-                    lista + QStringLiteral(")"),
-                {item, Interno});
-    // 2. The rates of tax are copied only to be cleared.
-    c_.Ejecutar(QStringLiteral("update itemliq set porcentaje = 0, baseimp = 0, total = 0 where") +
-                    kFiltro + QStringLiteral(" and idconceptos in (") + lista + QStringLiteral(")"),
-                clave);
+    d.InsertarConceptos(c_, lista);
+    // 2. The rates of tax are copied only to be cleared (a group's new rows are inserted
+    // cleared already).
+    if (d.grupo.isEmpty())
+        c_.Ejecutar(
+            QStringLiteral("update itemliq set porcentaje = 0, baseimp = 0, total = 0 where") +
+                kFiltro + QStringLiteral(" and idconceptos in (") + lista + QStringLiteral(")"),
+            clave);
     // 3.
     if (TasaIVA == 10.5)
         c_.Ejecutar(QStringLiteral("update itemliq set porcentaje = 10.5 where idconceptos in "
@@ -72,7 +123,7 @@ void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& 
         c_.Ejecutar(QStringLiteral("update itemliq set porcentaje = ? where idconceptos = '900' "
                                    "and") +
                         kFiltro,
-                    {ib, Interno, item});
+                    d.Clave({ib}));
     }
     // 5.
     const QString X = EsCVDI ? QStringLiteral("1") : QStringLiteral("2");
@@ -104,9 +155,7 @@ void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& 
                             kFiltro + en422,
                         clave);
         }
-        c_.Ejecutar(QStringLiteral("insert into itemventaja (iditem,interno,idventaja) values "
-                                   "(?,?,'IVAADREDUCCION')"),
-                    {item, Interno});
+        d.InsertarVentaja(c_, QStringLiteral("IVAADREDUCCION"));
     } else if (sub2 == QLatin1String("TR")) {
         c_.Ejecutar(QStringLiteral("update itemliq set porcentajeb = 20, porcentaje = 20 where") +
                         kFiltro + en422,
@@ -142,9 +191,7 @@ void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& 
                     QStringLiteral(" where") + kFiltro + en424,
                 clave);
         }
-        c_.Ejecutar(QStringLiteral("insert into itemventaja (iditem,interno,idventaja) values "
-                                   "(?,?,'GANANEXIMICION')"),
-                    {item, Interno});
+        d.InsertarVentaja(c_, QStringLiteral("GANANEXIMICION"));
     }
     // 9. The decrees of the header's flags.
     const auto S = [](const QString& f) { return f == QLatin1String("S"); };
@@ -167,9 +214,23 @@ void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& 
         c_.Ejecutar(QStringLiteral("update itemliq set pgc = 'G' where") + kFiltro, clave);
     // 12. Export samples.
     if (sub2 == QLatin1String("EC") && Muestra.toUpper() == QLatin1String("M"))
-        c_.Ejecutar(QStringLiteral("insert into itemventaja (iditem,interno,idventaja) values "
-                                   "(?,?,'MUESTRAEXPO')"),
-                    {item, Interno});
+        d.InsertarVentaja(c_, QStringLiteral("MUESTRAEXPO"));
+}
+
+} // namespace
+
+GeneracionLiquidacion::GeneracionLiquidacion(AppContext& ctx, Conexion& c) : ctx_(ctx), c_(c) {}
+
+void GeneracionLiquidacion::GenerarLiq(const QString& Conceptos, const QString& IdItem,
+                                       const QString& Interno, double Ganancias, double Reduccion,
+                                       bool EsCVDI, double TasaIVA, double /*Sbtrei*/,
+                                       double IngresosBrutos, const QString& SubRegimen,
+                                       const QString& Muestra) {
+    Destino d;
+    d.interno = Interno;
+    d.item = IdItem.trimmed().toDouble();
+    Generar(ctx_, c_, Conceptos, d, Ganancias, Reduccion, EsCVDI, TasaIVA, IngresosBrutos,
+            SubRegimen, Muestra);
 }
 
 void GeneracionLiquidacion::GenerarOperacion(
@@ -206,37 +267,61 @@ void GeneracionLiquidacion::GenerarOperacion(
         itemCero = QStringLiteral("020,500");
     }
 
-    const auto generar = [&](const QString& lista, const QString& id, double tasaIVA, double sbtrei,
-                             const QString& sub, const QString& muestra) {
-        GenerarLiq(lista, id, interno, cliente.Ganancias, cliente.Reduccion, cliente.EsCVDI,
-                   tasaIVA, sbtrei, cliente.IngresosBrutos, sub, muestra);
-    };
-    generar(itemCero, QStringLiteral("0"), 0, 0, QString(), QString());
+    GenerarLiq(itemCero, QStringLiteral("0"), interno, cliente.Ganancias, cliente.Reduccion,
+               cliente.EsCVDI, 0, 0, cliente.IngresosBrutos, QString(), QString());
 
-    Recordset rs = c_.Abrir(
-        QStringLiteral("select id, biendeuso, estadomerc, sbtrei, itfiller from item where "
-                       "interno = ? and id<>0 order by id"),
-        {interno});
+    // The items that share the codes of their list, the VAT rate and the sample mark are
+    // generated together, in blocks of numbers.
+    struct Grupo {
+        QString lista, muestra;
+        double tasaIVA;
+        QList<long long> ids;
+    };
+    std::vector<Grupo> grupos;
+    QHash<QString, size_t> porClave;
+    Recordset rs =
+        c_.Abrir(QStringLiteral("select id, biendeuso, estadomerc, itfiller from item where "
+                                "interno = ? and id<>0 order by id"),
+                 {interno});
     const int total = rs.RecordCount();
     for (int n = 1; !rs.Eof(); rs.MoveNext(), ++n) {
         const auto id = static_cast<long long>(EsNumero(rs.Fields(QStringLiteral("id"))));
         if (avance)
             avance(n, total, id);
         const QString estado = EsNull(rs.Fields(QStringLiteral("estadomerc")));
-        const double sbtrei = EsNumero(rs.Fields(QStringLiteral("sbtrei")));
-        const QString muestra = EsNull(rs.Fields(QStringLiteral("itfiller")));
+        // Only "M" under "EC" gives the sample its advantage.
+        const QString muestra =
+            EsNull(rs.Fields(QStringLiteral("itfiller"))).toUpper() == QLatin1String("M")
+                ? QStringLiteral("M")
+                : QString();
+        QString lista = general;
+        double tasaIVA = 0;
         if (EsNull(rs.Fields(QStringLiteral("biendeuso"))) == QLatin1String("S")) {
             if (estado == QLatin1String("1"))
                 bienUso += QStringLiteral(",601");
-            generar(bienUso, QString::number(id), 21, sbtrei, subRegimen, muestra);
-        } else {
-            QString lista = general;
-            if (estado != QLatin1String("2") && estado != QLatin1String("4") &&
-                estado != QLatin1String("6"))
-                lista += QStringLiteral(",601,611");
-            generar(lista, QString::number(id), 0, sbtrei, subRegimen, muestra);
+            lista = bienUso;
+            tasaIVA = 21;
+        } else if (estado != QLatin1String("2") && estado != QLatin1String("4") &&
+                   estado != QLatin1String("6")) {
+            lista += QStringLiteral(",601,611");
         }
+        const QString clave = ListaSql(lista) + QLatin1Char('|') + muestra + QLatin1Char('|') +
+                              QString::number(tasaIVA);
+        auto it = porClave.find(clave);
+        if (it == porClave.end()) {
+            it = porClave.insert(clave, grupos.size());
+            grupos.push_back({lista, muestra, tasaIVA, {}});
+        }
+        grupos[it.value()].ids << id;
     }
+    for (const Grupo& g : grupos)
+        for (qsizetype desde = 0; desde < g.ids.size(); desde += 500) {
+            Destino d;
+            d.interno = interno;
+            d.grupo = g.ids.mid(desde, 500);
+            Generar(ctx_, c_, g.lista, d, cliente.Ganancias, cliente.Reduccion, cliente.EsCVDI,
+                    g.tasaIVA, cliente.IngresosBrutos, subRegimen, g.muestra);
+        }
 
     c_.Ejecutar(QStringLiteral("update itemliq set valor = 0 where interno = ?"), {interno});
     const auto S = [](const QString& f) { return f == QLatin1String("S"); };

@@ -160,6 +160,7 @@ LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QSt
     bool lapiFueraDeRegimen = false;
     int respuestaLapi = -1; // the automotive question, asked once per run
     double sumaBaseIVA = 0, sumaBaseImp = 0, sumaAjDed = 0, sumaAjInc = 0;
+    double base = 0; // a rate without value takes the base the previous call left
     std::vector<Calculada> calculadas;
     std::vector<Total> totales;
     QHash<QString, size_t> indiceTotal;
@@ -313,7 +314,6 @@ LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QSt
         sumaBaseIVA += liq.ObtenerBaseIVA();
 
         // The concept loop.
-        double base = 0;
         for (const FilaLiq& f : suyas) {
             const QString& cod = f.concepto;
             const bool sin = f.porcentaje.isNull() || EsNumero(f.porcentaje) == 0;
