@@ -111,6 +111,9 @@ private Q_SLOTS:
             // Groups are numbered by their key: the price 10 comes before 20.
             {"orden por clave", "cantidad=1;fob=20;preciounitario=20 / cantidad=1;fob=10", false,
              "2||CAT|1|10|0||1 1||CAT|1|20|0||2", "", ""},
+            // Both lines fit both groups: each takes the first loaded.
+            {"enlace al primero", "itfiller=X;cantidad=2;idarticulo=A / itfiller=Y;cantidad=2",
+             false, "1|A|CAT|2|null|0||1 1|A|CAT|2|null|0||2", "", ""},
             {"cancelacion", "cantidad=2;fob=20;cancelaciones=OK / cantidad=3;cancelaciones=OK",
              false, "null||null|5|20|0||1", "1|2", "go_SupplyLink.EnviarGrupoIdSub"},
         });
