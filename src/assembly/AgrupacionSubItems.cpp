@@ -12,7 +12,10 @@
 
 #include <QHash>
 #include <QMetaObject>
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <vector>
 
 namespace korven {
 
@@ -21,9 +24,27 @@ namespace {
 const QString kAgrupado = QStringLiteral("agrupado!");
 
 // A text of the store; NULL reads as the empty text, which compares and binds as ''.
-QString Texto(const Recordset& rs, const QString& campo) {
-    const QString t = EsNull(rs.Fields(campo));
+QString Texto(const QVariant& v) {
+    const QString t = EsNull(v);
     return t.isNull() ? QStringLiteral("") : t;
+}
+QString Texto(const Recordset& rs, const QString& campo) {
+    return Texto(rs.Fields(campo));
+}
+
+// The texts of the columns from the given place on, joined into one key; false when one is null
+// (a null equals nothing). Columns are read by place: these loops read every row of the
+// Operation.
+bool ClaveDeFila(const Recordset& rs, int desde, int cuantas, QString* clave) {
+    QStringList k;
+    for (int i = desde; i < desde + cuantas; ++i) {
+        const QVariant v = rs.Fields(i);
+        if (v.isNull())
+            return false;
+        k << Texto(v);
+    }
+    *clave = k.join(QChar(0x1f));
+    return true;
 }
 
 // The grouping key of the goods lines, in the order the groups are numbered in.
@@ -91,35 +112,34 @@ void AgrupacionSubItems::Limpiar() {
 }
 
 void AgrupacionSubItems::Normalizar() {
-    const QVariantList x{r_.interno};
-    auto upd = [&](const QString& asignacion, const QString& condicion) {
-        r_.c.Ejecutar(QStringLiteral("update subitems set ") + asignacion +
-                          QStringLiteral(" where (") + condicion +
-                          QStringLiteral(") and interno = ?"),
-                      x);
-    };
-    // An untyped line is a normal line.
-    upd(QStringLiteral("tipoitem = 'N'"), QStringLiteral("tipoitem = '' or tipoitem is null"));
-    upd(QStringLiteral("valorderesp = 0"), QStringLiteral("valorderesp is null"));
-    upd(QStringLiteral("sufijos = ''"), QStringLiteral("sufijos = 'SIN SUFIJOS'"));
-    upd(QStringLiteral("sufijos = ''"), QStringLiteral("sufijos is null"));
+    // Each repair is a column, the value it takes and the condition for it. They touch
+    // different columns, so one pass over the lines does them all, and writes each line once.
+    QList<std::array<QString, 3>> arreglos{
+        // An untyped line is a normal line.
+        {"tipoitem", "'N'", "tipoitem = '' or tipoitem is null"},
+        {"valorderesp", "0", "valorderesp is null"},
+        // A suffix text always ends in a hyphen; the mark of no suffixes is the empty text.
+        {"sufijos",
+         "case when sufijos = 'SIN SUFIJOS' or sufijos is null then '' else sufijos "
+         "|| '-' end",
+         "sufijos = 'SIN SUFIJOS' or sufijos is null or (sufijos <> '' and right(sufijos,1) <> "
+         "'-')"}};
     for (const char* col :
          {"idarticulo", "idpais", "idpaisproc", "estadomerc", "biendeuso", "codprorrateo", "lapi",
-          "itfiller", "deresp", "cancelaciones", "codigoean"}) {
-        const QString c = QString::fromLatin1(col);
-        upd(c + QStringLiteral(" = ''"), c + QStringLiteral(" is null"));
+          "itfiller", "deresp", "cancelaciones", "codigoean", "onccacategoria", "onccacortes"})
+        arreglos.append({col, "''", QString::fromLatin1(col) + " is null"});
+    for (const char* col : {"insumostemp", "insumosacons"})
+        arreglos.append({col, "0", QStringLiteral("isnumeric(%1)=0 or %1 is null").arg(col)});
+
+    QStringList sets, condiciones;
+    for (const auto& [col, valor, cond] : arreglos) {
+        sets << QStringLiteral("%1 = case when %3 then %2 else %1 end").arg(col, valor, cond);
+        condiciones << QLatin1Char('(') + cond + QLatin1Char(')');
     }
-    // A suffix text always ends in a hyphen.
-    upd(QStringLiteral("sufijos = sufijos || '-'"),
-        QStringLiteral("not (sufijos = 'SIN SUFIJOS' or sufijos = '' or sufijos is null) and "
-                       "right(sufijos,1) <> '-'"));
-    for (const char* col : {"insumostemp", "insumosacons"}) {
-        const QString c = QString::fromLatin1(col);
-        upd(c + QStringLiteral(" = 0"), QStringLiteral("isnumeric(") + c + QStringLiteral(")=0"));
-        upd(c + QStringLiteral(" = 0"), c + QStringLiteral(" is null"));
-    }
-    upd(QStringLiteral("onccacategoria = ''"), QStringLiteral("onccacategoria is null"));
-    upd(QStringLiteral("onccacortes = ''"), QStringLiteral("onccacortes is null"));
+    r_.c.Ejecutar(QStringLiteral("update subitems set ") + sets.join(QLatin1Char(',')) +
+                      QStringLiteral(" where interno = ? and (") +
+                      condiciones.join(QStringLiteral(" or ")) + QLatin1Char(')'),
+                  {r_.interno});
 }
 
 bool AgrupacionSubItems::Validar() {
@@ -254,21 +274,26 @@ void AgrupacionSubItems::Agrupar() {
     // The group of one line takes that line as its own, with its article. When several lines
     // would fit, the first loaded one is taken.
     {
-        QStringList igual, campos;
-        for (const QString& k : ClaveEnlace()) {
-            campos << k;
-            igual << QStringLiteral("groupsubitems.%1 = k.%1").arg(k);
-        }
+        QStringList igual;
+        for (const QString& k : ClaveEnlace())
+            if (k != QLatin1String("interno"))
+                igual << QStringLiteral("groupsubitems.%1 = k.%1").arg(k);
+        // The lines are all of the Operation. SQLite would walk the Operation's groups once per
+        // line by the index on interno; written as an expression, the filter lets it index the
+        // groups by the joined columns instead.
+        const QString operacion = r_.c.motor() == Motor::SQLite
+                                      ? QStringLiteral("(groupsubitems.interno || '') = ?")
+                                      : QStringLiteral("groupsubitems.interno = ?");
         const QString articulo =
             r_.FlgIdArtTOOtros ? QStringLiteral("s.otros") : QStringLiteral("s.idarticulo");
-        c.Ejecutar(
-            QStringLiteral("UPDATE groupsubitems SET idsub = s.id, idcatalogo = "
-                           "s.idcatalogo, idarticulo = %1 FROM (select min(id) as id, %2 "
-                           "from subitems where interno = ? group by %2) as k INNER JOIN "
-                           "subitems as s ON (s.interno = k.interno AND s.id = k.id) "
-                           "WHERE %3 AND groupsubitems.interno = ?")
-                .arg(articulo, campos.join(QLatin1Char(',')), igual.join(QStringLiteral(" AND "))),
-            {r_.interno, r_.interno});
+        c.Ejecutar(QStringLiteral("UPDATE groupsubitems SET idsub = s.id, idcatalogo = "
+                                  "s.idcatalogo, idarticulo = %1 FROM (select min(id) as id, %2 "
+                                  "from subitems where interno = ? group by %2) as k INNER JOIN "
+                                  "subitems as s ON (s.interno = k.interno AND s.id = k.id) "
+                                  "WHERE %3 AND %4")
+                       .arg(articulo, ClaveEnlace().join(QLatin1Char(',')),
+                            igual.join(QStringLiteral(" AND ")), operacion),
+                   {r_.interno, r_.interno});
     }
 
     // The other groups are linked one by one: the first line of the merchandise is the root,
@@ -292,23 +317,32 @@ void AgrupacionSubItems::Agrupar() {
                 .arg(r_.FlgIdArtTOOtros ? QStringLiteral("otros") : QStringLiteral("idarticulo"),
                      FiltroLineas().join(QLatin1Char(',')) + QStringLiteral(",preciounitario")),
             x);
+        const int n = static_cast<int>(FiltroLineas().size());
         for (; !rs.Eof(); rs.MoveNext()) {
-            // A null never equals a value: such a line is nobody's.
-            QStringList clave;
-            bool nulo = false;
-            for (const QString& f : FiltroLineas()) {
-                const QVariant v = rs.Fields(f);
-                nulo = nulo || v.isNull();
-                clave << v.toString();
-            }
-            const QVariant precio = rs.Fields(QStringLiteral("preciounitario"));
-            if (nulo || precio.isNull())
+            // A line with a null among the filtered columns is nobody's.
+            QString clave;
+            const QVariant precio = rs.Fields(5 + n);
+            if (!ClaveDeFila(rs, 5, n, &clave) || precio.isNull())
                 continue;
-            clave << ClaveNumero(EsNumero(precio));
-            lineas[clave.join(kSep)].append(
-                {static_cast<long long>(EsNumero(rs.Fields(QStringLiteral("id")))),
-                 Texto(rs, QStringLiteral("fidarticulo")), Texto(rs, QStringLiteral("idcatalogo")),
-                 Texto(rs, QStringLiteral("cancelaciones"))});
+            lineas[clave + kSep + ClaveNumero(EsNumero(precio))].append(
+                {static_cast<long long>(EsNumero(rs.Fields(0))), Texto(rs.Fields(1)),
+                 Texto(rs.Fields(2)), Texto(rs.Fields(3))});
+        }
+    }
+
+    // The groups each link reaches, by the values it filters on, so that the update finds
+    // them by their number rather than by reading every group of the Operation.
+    QHash<QString, QVariantList> alcance;
+    {
+        Recordset rs = c.Abrir(QStringLiteral("select orden,preciounitario,") +
+                                   FiltroGrupos().join(QLatin1Char(',')) +
+                                   QStringLiteral(" from groupsubitems where interno = ?"),
+                               x);
+        for (; !rs.Eof(); rs.MoveNext()) {
+            QString clave;
+            if (!rs.Fields(1).isNull() &&
+                ClaveDeFila(rs, 2, static_cast<int>(FiltroGrupos().size()), &clave))
+                alcance[clave + kSep + ClaveNumero(EsNumero(rs.Fields(1)))] << rs.Fields(0);
         }
     }
 
@@ -362,12 +396,23 @@ void AgrupacionSubItems::Agrupar() {
         if (articulo != kAgrupado)
             p << catalogo;
         p << r_.interno;
+        QStringList claveGrupos;
         for (const QString& f : FiltroGrupos()) {
             p << Texto(grupos, f);
+            claveGrupos << Texto(grupos, f);
             if (f == QLatin1String("sufijos"))
                 p << precio;
         }
-        c.Ejecutar(articulo != kAgrupado ? conCatalogo : sinCatalogo, p);
+        claveGrupos << ClaveNumero(precio);
+        const QVariantList ordenes = alcance.value(claveGrupos.join(kSep));
+        if (ordenes.isEmpty())
+            continue; // the update would reach no group
+        p << ordenes;
+        c.Ejecutar((articulo != kAgrupado ? conCatalogo : sinCatalogo) +
+                       QStringLiteral(" and orden in (") +
+                       QStringList(ordenes.size(), QStringLiteral("?")).join(QLatin1Char(',')) +
+                       QLatin1Char(')'),
+                   p);
     }
 }
 
@@ -426,12 +471,33 @@ void AgrupacionSubItems::BuscarDuplicados() {
                 "itfiller,cancelaciones,codigoean,tipoitem having count(*)>1) order by a.orden"),
             {r_.interno, r_.interno});
 
+        // Which groups a filter picks is known beforehand from the groups held in memory, so
+        // that each statement reaches them by their number rather than by reading every group.
+        struct Fila {
+            long long orden;
+            double precio;
+        };
+        QHash<QString, QList<Fila>> porClave; // the filter's texts -> the groups
+        {
+            Recordset rs = c.Abrir(QStringLiteral("select orden,preciounitario,") +
+                                       FiltroDuplicados().join(QLatin1Char(',')) +
+                                       QStringLiteral(" from groupsubitems where interno = ?"),
+                                   {r_.interno});
+            for (; !rs.Eof(); rs.MoveNext()) {
+                QString clave;
+                if (!rs.Fields(1).isNull() &&
+                    ClaveDeFila(rs, 2, static_cast<int>(FiltroDuplicados().size()), &clave))
+                    porClave[clave].append(
+                        {static_cast<long long>(EsNumero(rs.Fields(0))), EsNumero(rs.Fields(1))});
+            }
+        }
+
         QStringList filtro;
         for (const QString& f : FiltroDuplicados())
             filtro << f + QStringLiteral(" = ?");
-        const QString donde = QStringLiteral(" where interno = ? and ") +
-                              filtro.join(QStringLiteral(" and ")) +
-                              QStringLiteral(" and preciounitario between ? and ? ");
+        const QString filtroTexto = QStringLiteral(" where interno = ? and ") +
+                                    filtro.join(QStringLiteral(" and ")) +
+                                    QStringLiteral(" and preciounitario between ? and ? ");
         const QString grupo = QStringLiteral(
             " group by interno,ncm,idpais,idpaisproc,sufijos,idunidad,estadomerc,biendeuso,"
             "estadistica,deresp,lapi,itfiller,cancelaciones,codigoean,tipoitem,onccacategoria,"
@@ -444,19 +510,42 @@ void AgrupacionSubItems::BuscarDuplicados() {
                 params << Texto(grupos, f);
             params << p - 0.0003 << p + 0.0003;
 
-            Recordset subs = c.Abrir(QStringLiteral("select idsub, cancelaciones from "
-                                                    "groupsubitems") +
-                                         donde + QStringLiteral("order by idsub asc nulls first"),
-                                     params);
+            QStringList clave;
+            for (const QString& f : FiltroDuplicados())
+                clave << Texto(grupos, f);
+            QList<Fila>& fila = porClave[clave.join(kSep)];
+            QStringList marcas;
+            for (const Fila& f : fila)
+                if (f.precio >= p - 0.0003 && f.precio <= p + 0.0003) {
+                    marcas << QStringLiteral("?");
+                    params << f.orden;
+                }
+            if (marcas.isEmpty())
+                continue; // the filter picks nothing
+            const QString donde = filtroTexto + QStringLiteral("and orden in (") +
+                                  marcas.join(QLatin1Char(',')) + QStringLiteral(") ");
+
+            // Ordered by idsub, nulls first, here: ordered in the store the engine would walk
+            // the Operation's groups by idsub.
+            Recordset rs = c.Abrir(
+                QStringLiteral("select idsub, cancelaciones from groupsubitems") + donde, params);
+            std::vector<std::pair<QVariant, QString>> subs;
+            for (; !rs.Eof(); rs.MoveNext())
+                subs.emplace_back(rs.Fields(QStringLiteral("idsub")),
+                                  Texto(rs, QStringLiteral("cancelaciones")));
+            std::stable_sort(subs.begin(), subs.end(), [](const auto& a, const auto& b) {
+                return !b.first.isNull() &&
+                       (a.first.isNull() || EsNumero(a.first) < EsNumero(b.first));
+            });
             QVariant raiz;
-            if (!subs.Eof()) {
-                raiz = subs.Fields(QStringLiteral("idsub"));
-                if (subs.RecordCount() > 1) {
+            if (!subs.empty()) {
+                raiz = subs.front().first;
+                if (subs.size() > 1) {
                     const long long idRaiz = static_cast<long long>(EsNumero(raiz));
-                    const QString primeraCancelacion = Texto(subs, QStringLiteral("cancelaciones"));
+                    const QString primeraCancelacion = subs.front().second;
                     QStringList otros;
-                    for (subs.MoveNext(); !subs.Eof(); subs.MoveNext()) {
-                        const QVariant id = subs.Fields(QStringLiteral("idsub"));
+                    for (size_t i = 1; i < subs.size(); ++i) {
+                        const QVariant id = subs[i].first;
                         c.Ejecutar(QStringLiteral("insert into idrel (interno,idroot,idsub,orden) "
                                                   "values (?,?,?,?)"),
                                    {r_.interno, raiz, id, r_.SiguienteOrden("idrel")});
@@ -507,6 +596,9 @@ void AgrupacionSubItems::BuscarDuplicados() {
             // The merged group is written last: its number follows every number in use.
             const long long orden = r_.SiguienteOrden(QStringLiteral("groupsubitems"));
             c.Ejecutar(QStringLiteral("delete from groupsubitems") + donde, params);
+            fila.removeIf(
+                [&](const Fila& f) { return f.precio >= p - 0.0003 && f.precio <= p + 0.0003; });
+            fila.append({orden, EsNumero(m.Fields(QStringLiteral("unitario")))});
             c.Ejecutar(
                 QStringLiteral(
                     "INSERT INTO groupsubitems(idcatalogo,idarticulo,idsub,interno,ncm,"

@@ -9,11 +9,14 @@
 #include "platform/AppContext.h"
 #include "platform/Conexion.h"
 #include "platform/Formato.h"
+#include "platform/KorvenError.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
 #include "support/TestStores.h"
 
 #include <QStringList>
+#include <QTest>
+#include <functional>
 
 namespace korven::test {
 
@@ -71,6 +74,46 @@ inline QStringList Filas(TestStores& ts, const QString& sql, const QVariantList&
         r << f.join(QLatin1Char('|'));
     }
     return r;
+}
+
+// Goods lines 1, 2, ... of an Operation from "col=val;... / col=val;...": each line's own
+// columns, then those of base that it does not name.
+inline void Lineas(TestStores& ts, const QString& interno, const QString& lineas,
+                   const QString& base = {}) {
+    const QStringList l = lineas.split(QStringLiteral(" / "), Qt::SkipEmptyParts);
+    for (int i = 0; i < l.size(); ++i) {
+        QString pares = l[i];
+        for (const QString& p : base.split(QLatin1Char(';'), Qt::SkipEmptyParts))
+            if (!(';' + l[i]).contains(';' + p.section('=', 0, 0) + '='))
+                pares += ';' + p;
+        Linea(ts, interno, i + 1, pares);
+    }
+}
+
+// The error an action raised as "number|description|source"; empty when it raised none.
+inline QString ErrorDe(const std::function<void()>& accion) {
+    try {
+        accion();
+    } catch (const KorvenError& e) {
+        return QStringLiteral("%1|%2|%3").arg(e.numero()).arg(e.descripcion(), e.origen());
+    }
+    return {};
+}
+
+// Rows written in a case table as one text separated by blanks.
+inline QStringList Lista(const char* filas) {
+    return QString::fromUtf8(filas).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+// A data-driven test of one case struct (with its name in n), each case on both engines: the
+// columns "motor" and "c".
+template <typename T> void CasosPorMotor(std::initializer_list<T> casos) {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<T>("c");
+    for (const T& c : casos)
+        for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
+            QTest::addRow("%s %s", m == Motor::SQLite ? "sqlite" : "postgresql", c.n)
+                << static_cast<int>(m) << c;
 }
 
 } // namespace korven::test

@@ -3,7 +3,6 @@
 
 #include "FixtureArmado.h"
 #include "assembly/AgrupacionSubItems.h"
-#include "platform/KorvenError.h"
 
 #include <QtTest>
 
@@ -32,41 +31,10 @@ struct Corrida {
             r = std::make_unique<CorridaArmado>(ts.ctx(), QStringLiteral("A1"), progreso);
         return *r;
     }
-    // Lines of A1 separated by " / ", each "col=val;col=val".
     void Lineas(const QString& ls, const QString& base = {}) {
-        const QStringList l = ls.split(QStringLiteral(" / "), Qt::SkipEmptyParts);
-        for (int i = 0; i < l.size(); ++i) {
-            QString pares = l[i]; // the line's own columns, then those of base it lacks
-            for (const QString& p : base.split(';', Qt::SkipEmptyParts))
-                if (!(';' + l[i]).contains(';' + p.section('=', 0, 0) + '='))
-                    pares += ';' + p;
-            Linea(ts, QStringLiteral("A1"), i + 1, pares);
-        }
+        korven::test::Lineas(ts, QStringLiteral("A1"), ls, base);
     }
 };
-
-// The error of an action as "number|description|source", empty without one.
-QString Error(const std::function<void()>& f) {
-    try {
-        f();
-    } catch (const KorvenError& e) {
-        return QStringLiteral("%1|%2|%3").arg(e.numero()).arg(e.descripcion(), e.origen());
-    }
-    return {};
-}
-
-QStringList L(const char* s) {
-    return QString::fromUtf8(s).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-// Each case on each engine.
-template <typename T> void Casos(std::initializer_list<T> casos) {
-    QTest::addColumn<int>("motor");
-    QTest::addColumn<T>("c");
-    for (const T& c : casos)
-        for (int m : {0, 1})
-            QTest::addRow("%s %s", m ? "postgresql" : "sqlite", c.n) << m << c;
-}
 
 // Groups: idsub|idarticulo|idcatalogo|cantidad|fob|valorrelacionestadistica|lapi|orden.
 struct Agrupado {
@@ -94,7 +62,7 @@ class TestAgrupacion : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void agrupar_data() {
-        Casos<Agrupado>({
+        CasosPorMotor<Agrupado>({
             {"vacia", "", false, "", "", ""},
             {"una linea", "idarticulo=ART;cantidad=2;fob=20", false, "1|ART|CAT|2|20|0||1", "", ""},
             {"articulo de otros", "cantidad=2;fob=20", true, "1|OTR|CAT|2|20|0||1", "", ""},
@@ -111,6 +79,9 @@ private Q_SLOTS:
             // Groups are numbered by their key: the price 10 comes before 20.
             {"orden por clave", "cantidad=1;fob=20;preciounitario=20 / cantidad=1;fob=10", false,
              "2||CAT|1|10|0||1 1||CAT|1|20|0||2", "", ""},
+            // Both lines fit both groups: each takes the first loaded.
+            {"enlace al primero", "itfiller=X;cantidad=2;idarticulo=A / itfiller=Y;cantidad=2",
+             false, "1|A|CAT|2|null|0||1 1|A|CAT|2|null|0||2", "", ""},
             {"cancelacion", "cantidad=2;fob=20;cancelaciones=OK / cantidad=3;cancelaciones=OK",
              false, "null||null|5|20|0||1", "1|2", "go_SupplyLink.EnviarGrupoIdSub"},
         });
@@ -132,13 +103,13 @@ private Q_SLOTS:
         a.Limpiar();
         a.Normalizar();
         QVERIFY(a.Validar());
-        QCOMPARE(Error([&] { a.Agrupar(); }), *c.error ? kSinInsumos + QString(c.error) : "");
+        QCOMPARE(ErrorDe([&] { a.Agrupar(); }), *c.error ? kSinInsumos + QString(c.error) : "");
         QCOMPARE(Filas(k.ts, "select idsub, idarticulo, idcatalogo, cantidad, fob, "
                              "valorrelacionestadistica, lapi, orden from groupsubitems where "
                              "interno = 'A1' order by orden"),
-                 L(c.grupos));
+                 Lista(c.grupos));
         QCOMPARE(Filas(k.ts, "select idroot, idsub from idrel where interno = 'A1' order by orden"),
-                 L(c.idrel));
+                 Lista(c.idrel));
         QCOMPARE(Filas(k.ts, "select valorrelacionestadistica from groupsubitems where interno = "
                              "'B1'"),
                  QStringList{"0"});
@@ -154,8 +125,8 @@ private Q_SLOTS:
         AgrupacionSubItems(k.run()).Normalizar();
         QCOMPARE(Filas(k.ts, "select interno, id, sufijos, tipoitem, idpais, valorderesp, "
                              "insumostemp from subitems order by interno, id"),
-                 L("A1|1|AB-|N||0|0 A1|2||N||0|0 A1|3||D||0|0 A1|4|AA(1)-|N||0|0 "
-                   "B1|1|AB|null|null|null|null"));
+                 Lista("A1|1|AB-|N||0|0 A1|2||N||0|0 A1|3||D||0|0 A1|4|AA(1)-|N||0|0 "
+                       "B1|1|AB|null|null|null|null"));
     }
 
     void validar_data() {
@@ -190,13 +161,13 @@ private Q_SLOTS:
             "Error: SUFIJO INVÁLIDOS\n\n";
         QCOMPARE(k.ts.dialogos().mensajes(), QStringList{esperado});
         QCOMPARE(k.ts.dialogos().registro().first().titulo, QStringLiteral("Resultados"));
-        QCOMPARE(k.progreso.pasos, L("1/3 2/3 3/3"));
+        QCOMPARE(k.progreso.pasos, Lista("1/3 2/3 3/3"));
         QCOMPARE(k.ts.ctx().ArmadoResultado, QStringLiteral("No"));
         QVERIFY(k.run().terminada);
     }
 
     void regimen_data() {
-        Casos<Regimen>({
+        CasosPorMotor<Regimen>({
             {"temporal 1439", "idsubreg=IT01;motivodestsuspensiva=DTO.1439/96", "SNNNN",
              "1439/96|S|0", "N"},
             {"temporal A7", "idsubreg=ETE2;motivodestsuspensiva= D1330/04-A7 ", "NNNSN",
@@ -225,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(obtenidos, QString(c.flags));
         QCOMPARE(Filas(k.ts, "select flag, valor, item from sysflag where interno = 'A1' order by "
                              "orden"),
-                 L(c.sysflag));
+                 Lista(c.sysflag));
         QCOMPARE(k.ts.settings().GetSetting("KORVEN", "AEC", "A1", "-"), QString(c.aec));
     }
 
@@ -233,7 +204,7 @@ private Q_SLOTS:
         // (10 + 10.0002) / 2 = 10.0001; the second group then finds the merged one alone and
         // writes it again, last.
         const char* uno = "1|agrupado!|agrupado!|10.0001|2|20.0002|4|4";
-        Casos<Duplicado>({
+        CasosPorMotor<Duplicado>({
             {"10.0002 coma", ",", "10.0002", "", uno, "1|2", ""},
             {"10.0002 punto", ".", "10.0002", "", uno, "1|2", ""},
             {"10.0004", ",", "10.0004", "", "1|A|C|10|1|10|2|3 2|B|C|10.0004|1|10.0004|2|4", "",
@@ -258,12 +229,12 @@ private Q_SLOTS:
                  comun + ";idsub=1;orden=1;preciounitario=10;fob=10;idarticulo=A");
         Insertar(k.ts, "groupsubitems",
                  comun + ";idsub=2;orden=2;idarticulo=B;preciounitario=" + c.p2 + ";fob=" + c.p2);
-        QCOMPARE(Error([&] { AgrupacionSubItems(k.run()).BuscarDuplicados(); }),
+        QCOMPARE(ErrorDe([&] { AgrupacionSubItems(k.run()).BuscarDuplicados(); }),
                  *c.error ? kSinInsumos + QString::fromUtf8(c.error) : "");
         QCOMPARE(Filas(k.ts, "select idsub, idarticulo, idcatalogo, preciounitario, cantidad, "
                              "fob, kgneto, orden from groupsubitems order by orden"),
-                 L(c.grupos));
-        QCOMPARE(Filas(k.ts, "select idroot, idsub from idrel order by orden"), L(c.idrel));
+                 Lista(c.grupos));
+        QCOMPARE(Filas(k.ts, "select idroot, idsub from idrel order by orden"), Lista(c.idrel));
     }
 };
 
