@@ -65,16 +65,26 @@ void InsertarItem(CorridaArmado& r, long long id, const Recordset& claves, const
                                Texto(claves, QStringLiteral("onccacortes"))});
 }
 
-// The sums of the groups that make an item.
+// The sums of the groups that make an item. Each sum is rounded again to the decimals of its
+// terms (amounts, kilos and quantities to two; the rest to six), so that the item holds the
+// decimal sum whatever order the store adds the groups in: both engines give the same figures.
 QString Sumas(const CorridaArmado& r) {
-    return QStringLiteral("sum(") +
-           r.Redondeo(QStringLiteral("valorrelacionestadistica"), QStringLiteral("00.00")) +
-           QStringLiteral(") as valrel, sum(") +
-           r.Redondeo(QStringLiteral("valorderesp"), QStringLiteral("00.00")) +
-           QStringLiteral(") as valder, sum(cantidad) as cant, sum(fob) as fobtotal, sum(") +
-           r.Redondeo(QStringLiteral("kgneto"), QStringLiteral("00.00")) +
-           QStringLiteral(") as rkgneto, sum(kgbruto) as rkgbruto, sum(insumostemp) as "
-                          "tinsumostemp, sum(insumosacons) as tinsumosacons");
+    const QString dos = QStringLiteral("00.00");
+    const QString seis = QStringLiteral("00.000000");
+    auto suma = [&](const QString& expr, const QString& mascara, const char* alias) {
+        return r.Redondeo(QStringLiteral("sum(") + expr + QLatin1Char(')'), mascara) +
+               QStringLiteral(" as ") + QString::fromLatin1(alias);
+    };
+    return QStringList{
+        suma(r.Redondeo(QStringLiteral("valorrelacionestadistica"), dos), dos, "valrel"),
+        suma(r.Redondeo(QStringLiteral("valorderesp"), dos), dos, "valder"),
+        suma(QStringLiteral("cantidad"), seis, "cant"),
+        suma(QStringLiteral("fob"), dos, "fobtotal"),
+        suma(r.Redondeo(QStringLiteral("kgneto"), dos), dos, "rkgneto"),
+        suma(QStringLiteral("kgbruto"), seis, "rkgbruto"),
+        suma(QStringLiteral("insumostemp"), seis, "tinsumostemp"),
+        suma(QStringLiteral("insumosacons"), seis, "tinsumosacons")}
+        .join(QStringLiteral(", "));
 }
 
 // "and <column> is null " or "and <column> = ? " with the value bound.

@@ -115,6 +115,12 @@ private Q_SLOTS:
             }
         }
         QVERIFY(resultado[0].size() > 2000 * 3);
+        if (qEnvironmentVariableIsSet("KORVEN_DIFERENCIAS"))
+            for (int i = 0, n = 0; i < std::min(resultado[0].size(), resultado[1].size()) && n < 60; ++i)
+                if (resultado[0].at(i) != resultado[1].at(i)) {
+                    qInfo("%s\n%s", qPrintable(resultado[0].at(i)), qPrintable(resultado[1].at(i)));
+                    ++n;
+                }
         for (int i = 0; i < std::min(resultado[0].size(), resultado[1].size()); ++i)
             QCOMPARE(resultado[1].at(i), resultado[0].at(i));
         QCOMPARE(resultado[1].size(), resultado[0].size());
@@ -127,6 +133,7 @@ private Q_SLOTS:
         OperacionParaArmar(ts->stores(), QStringLiteral("K-A"), 2000);
         OperacionParaArmar(ts->stores(), QStringLiteral("K-B"), 2000);
         const QStringList antes = Volcado(*ts, QStringLiteral("K-A"));
+        ts->AgregarConfiguracion(QString()); // the file the child is pointed at
         const QString ini = ts->stores().parametersPath();
         const QString ajustes = ts->directorio() + QStringLiteral("ajustes");
         auto correr = [&](const QString& interno, qint64 espera) {

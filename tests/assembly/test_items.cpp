@@ -208,15 +208,17 @@ private Q_SLOTS:
             Item(ts, ++id, QStringLiteral("ncm=") + ncm);
         Corrida c(ts);
         ts.ctx().settings().SaveSetting("KORVEN", "AEC", OP, "P");
-        if (subregimen == QLatin1String("IC04"))
-            ts.dialogos().ResponderTexto(QStringLiteral("R"));
+        if (subregimen == QLatin1String("IC04")) {
+            ts.dialogos().ResponderSi(); // calculate it,
+            ts.dialogos().ResponderSi(); // for a replacement part
+        }
         ConstruccionItems(c.r).Ventajas();
         ConstruccionItems(c.r).TarifaExternaComun();
         QTEST(Filas(ts, "select iditem, idventaja from itemventaja order by iditem, idventaja"),
               "ventajas");
         // 4011.10.00 900 carries the mark of the common external tariff: asked only in IC04.
         QTEST(ts.ctx().settings().GetSetting("KORVEN", "AEC", OP), "aec");
-        QCOMPARE(ts.dialogos().todo().size(), subregimen == QLatin1String("IC04") ? 1 : 0);
+        QCOMPARE(ts.dialogos().todo().size(), subregimen == QLatin1String("IC04") ? 2 : 0);
         QVERIFY(ts.dialogos().guionAgotado());
     }
 
