@@ -48,6 +48,8 @@ QStringList Volcado(TestStores& ts, const QString& interno) {
     QStringList r;
     for (const QString& tabla : kTablas) {
         QStringList cols = c.Columnas(tabla);
+        if (cols.isEmpty()) // a table a test took away
+            continue;
         cols.removeAll(QStringLiteral("interno"));
         cols.sort();
         const schema::DefTabla* def = schema::Catalogo::Tabla(tabla);
@@ -116,7 +118,8 @@ private Q_SLOTS:
         }
         QVERIFY(resultado[0].size() > 2000 * 3);
         if (qEnvironmentVariableIsSet("KORVEN_DIFERENCIAS"))
-            for (int i = 0, n = 0; i < std::min(resultado[0].size(), resultado[1].size()) && n < 60; ++i)
+            for (int i = 0, n = 0; i < std::min(resultado[0].size(), resultado[1].size()) && n < 60;
+                 ++i)
                 if (resultado[0].at(i) != resultado[1].at(i)) {
                     qInfo("%s\n%s", qPrintable(resultado[0].at(i)), qPrintable(resultado[1].at(i)));
                     ++n;
@@ -124,6 +127,66 @@ private Q_SLOTS:
         for (int i = 0; i < std::min(resultado[0].size(), resultado[1].size()); ++i)
             QCOMPARE(resultado[1].at(i), resultado[0].at(i));
         QCOMPARE(resultado[1].size(), resultado[0].size());
+    }
+
+    // How a run ends: a line the nomenclator refuses stops it at once; NOCALCLIQU makes no
+    // liquidation rows but keeps the client's advantages; an error of the store rolls the whole
+    // run back and is reported with the stage it reached.
+    void finDelArmado_data() {
+        QTest::addColumn<int>("motor");
+        QTest::addColumn<QString>("caso");
+        for (const char* caso : {"sufijo", "nocalcliqu", "error"}) {
+            QTest::addRow("sqlite %s", caso) << int(Motor::SQLite) << QString::fromLatin1(caso);
+            QTest::addRow("postgresql %s", caso)
+                << int(Motor::PostgreSQL) << QString::fromLatin1(caso);
+        }
+    }
+    void finDelArmado() {
+        MOTOR_O_SALTAR();
+        QFETCH(QString, caso);
+        auto ts = ConDemo(static_cast<Motor>(motor));
+        const QString op = QStringLiteral("DEMO-IC04-001");
+        Conexion& c = ts->conexion(QStringLiteral("INTERNOS"));
+        if (caso == QLatin1String("sufijo"))
+            c.Ejecutar(QStringLiteral("update subitems set sufijos = 'ZZ(1)-' where interno = ? "
+                                      "and id = 2"),
+                       {op});
+        if (caso == QLatin1String("error"))
+            c.Ejecutar(QStringLiteral("drop table iteminfo"));
+        ts->ctx().config().NOCALCLIQU = caso == QLatin1String("nocalcliqu");
+        const QStringList antes = Volcado(*ts, op);
+        const QString resultado = Armar(*ts, op);
+        const QStringList mensajes = ts->dialogos().mensajes();
+        if (caso == QLatin1String("sufijo")) {
+            QCOMPARE(resultado, QStringLiteral("No"));
+            QCOMPARE(mensajes.size(), 1);
+            QVERIFY2(mensajes.first().endsWith(
+                         QStringLiteral("6403.99.90.100T     120.00      18.50    2220.00 - "
+                                        "ZZ(1)-\nError: SUFIJO INVÁLIDOS\n\n")),
+                     qPrintable(mensajes.first()));
+            // Only the repairs of the goods lines stay.
+            auto sinLineas = [](QStringList v) {
+                v.removeIf(
+                    [](const QString& f) { return f.startsWith(QLatin1String("subitems|")); });
+                return v;
+            };
+            QCOMPARE(sinLineas(Volcado(*ts, op)), sinLineas(antes));
+        } else if (caso == QLatin1String("nocalcliqu")) {
+            QCOMPARE(resultado, QStringLiteral("SI"));
+            QCOMPARE(Filas(*ts, "select count(*) from itemliq where interno = ?", {op}),
+                     QStringList{"0"});
+            // The client 30708123451 has the rule of positions 8471 under IC04.
+            QCOMPARE(
+                Filas(*ts, "select iditem, idventaja from itemventaja where interno = ?", {op}),
+                QStringList{"1|ACEMERCOSUR"});
+        } else {
+            QCOMPARE(resultado, QStringLiteral("NO"));
+            QCOMPARE(mensajes.size(), 1);
+            QVERIFY2(mensajes.first().contains(QStringLiteral(" [ArmarItem.Generar]:7 : ")),
+                     qPrintable(mensajes.first()));
+            QCOMPARE(ts->dialogos().registro().first().icono, Dialogos::Icono::Critico);
+            QCOMPARE(Volcado(*ts, op), antes);
+        }
     }
 
     // korven-admin armar killed at random moments: the Operation is exactly as before, or as

@@ -173,7 +173,7 @@ Corrida Correr(TestStores& t, QStringList args) {
 QStringList LineasEsquema(const QString& como) {
     QStringList r;
     for (const QString& e : StoreDirectory::Entidades())
-        r << QStringLiteral("%1: esquema versión 4, %2.").arg(e, como);
+        r << QStringLiteral("%1: esquema versión 5, %2.").arg(e, como);
     return r;
 }
 
@@ -204,7 +204,7 @@ private Q_SLOTS:
         t.conexion(kNcm).Ejecutar("update korven_version set version = 99 where entidad = 'NCM'");
         ERROR_CON_TEXTO(CrearOActualizar(t.stores()),
                         QStringLiteral("La base de NCM tiene la versión 99 del esquema, más nueva "
-                                       "que la de este programa (4)."));
+                                       "que la de este programa (5)."));
         QCOMPARE(VersionDe(t.stores(), kNcm), 99);
         // Text keys sort byte by byte on PostgreSQL too.
         QCOMPARE(DialectoEsquema::CrearTabla(*Catalogo::Tabla(QStringLiteral("interno")),
@@ -750,6 +750,15 @@ private Q_SLOTS:
             listar({"mottmp", "--columnas", "id,descripcion,dias,impexpo"}),
             (QStringList{"id | descripcion | dias | impexpo", "---+-------------+------+--------",
                          "A1 | Depósito    | 2.5  | I", "(1 filas)"}));
+        // One Operation's rows as CSV, in key order, quoted where needed.
+        QCOMPARE(importar("interno,orden,factura\nB,1.5,\"A-1, \"\"bis\"\"\"\nA,2,Z-9\nA,1,A-2\n",
+                          {"facturas"})
+                     .first(),
+                 QStringLiteral("0"));
+        QCOMPARE(listar({"facturas", "--interno", "A", "--csv"}),
+                 (QStringList{"interno,orden,factura", "A,1,A-2", "A,2,Z-9"}));
+        QCOMPARE(listar({"facturas", "--interno", "B", "--csv"}),
+                 (QStringList{"interno,orden,factura", "B,1.5,\"A-1, \"\"bis\"\"\""}));
     }
 
     // Command lines not understood exit with 2, failures with 1, each with its message; none of
@@ -768,7 +777,7 @@ private Q_SLOTS:
                                 "[--reemplazar]"));
         QCOMPARE(error({"listar"}),
                  QStringLiteral("2 Uso: korven-admin listar <tabla> [--columnas a,b] [--limite N] "
-                                "[--entidad E]"));
+                                "[--entidad E] [--interno X] [--csv]"));
         QCOMPARE(error({"listar", "sta", "--limite", "diez"}),
                  QStringLiteral("2 El límite debe ser un número entero: diez"));
         QCOMPARE(error({"listar", "sta", "--columnas"}),
