@@ -85,6 +85,7 @@ void FrmVerItem::LlenarItems() {
                       Importe(f.at(2)), Importe(f.at(3)), Importe(f.at(4)), Importe(f.at(5)),
                       Importe(f.at(6))});
     }
+    items_->resizeColumnsToContents();
 }
 
 void FrmVerItem::VerDetalleITEM(const QString& id) {
@@ -110,6 +111,7 @@ void FrmVerItem::VerDetalleITEM(const QString& id) {
             else if (pgc == QLatin1String("P"))
                 pagar += v;
         }
+        liq_->resizeColumnsToContents();
         totales_->setText(QStringLiteral("Total Pagar: %1    Total Garantizar: %2    Total a "
                                          "Cobrar %3")
                               .arg(Formato(pagar, QStringLiteral("00.00")),

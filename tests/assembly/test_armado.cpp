@@ -4,6 +4,7 @@
 
 #include "FixtureArmado.h"
 #include "assembly/ArmadoItems.h"
+#include "assembly/FrmArmarItem.h"
 #include "assembly/PantallasArmado.h"
 #include "foundation/FrmDetalleInterno.h"
 #include "liquidation/PantallasLiquidacion.h"
@@ -11,6 +12,7 @@
 #include "schema/OperacionesDemo.h"
 #include "support/OperacionArmado.h"
 #include "support/Pantallas.h"
+#include "support/Pantallazo.h"
 
 #include <QProcess>
 #include <QPushButton>
@@ -253,6 +255,8 @@ private Q_SLOTS:
                 .Ejecutar(QStringLiteral("delete from liqcero where interno = ?"), {interno});
             AlAbrirse(QStringLiteral("FrmVerItem"), [&](QWidget* w) {
                 vistas << factura8 + QLatin1Char(':') + w->windowTitle();
+                if (factura8 == QLatin1String("S"))
+                    GuardarPantallazo(QStringLiteral("FrmVerItem"), w);
                 Tecla(Qt::Key_Escape);
             });
             Control<QPushButton>(f, "cmdITEM")->click();
@@ -266,6 +270,12 @@ private Q_SLOTS:
         }
         QCOMPARE(vistas, QStringList({"S:Item's - Interno: DEMO-IC04-001",
                                       "N:Item's - Interno: DEMO-IC04-001"}));
+        // The progress window, half-way, as a picture.
+        FrmArmarItem armado(ts->ctx());
+        for (int etapa = 1; etapa <= 6; ++etapa)
+            armado.Etapa(etapa, etapa < 6);
+        armado.Item(QStringLiteral("Creando liquidación Item: 3"));
+        GuardarPantallazo(QStringLiteral("FrmArmarItem"), &armado);
     }
 };
 

@@ -8,6 +8,7 @@
 #include "assembly/PantallasArmado.h"
 #include "platform/KorvenError.h"
 #include "support/Pantallas.h"
+#include "support/Pantallazo.h"
 
 #include <QListWidget>
 #include <QMap>
@@ -360,6 +361,7 @@ private Q_SLOTS:
         bool abierta = true;
         AlAbrirse(QStringLiteral("Frm_ComprobacionErrores"), [&](QWidget* w) {
             titulo = w->windowTitle();
+            GuardarPantallazo(QStringLiteral("Frm_ComprobacionErrores"), w);
             auto* lista = Control<QListWidget>(w, "LstReporte");
             for (int i = 0; i < lista->count(); ++i)
                 vistas << lista->item(i)->text();
