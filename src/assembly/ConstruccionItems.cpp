@@ -388,7 +388,7 @@ void ConstruccionItems::TarifaExternaComun() {
         const QString ncm = Texto(posiciones, QStringLiteral("ncm"));
         Recordset marca =
             r.ncm.Abrir(QStringLiteral("select \"028\" from ncm where \"001\" = ? and \"002\" = ?"),
-                        {ncm.left(10), ncm.mid(11)});
+                        {ncm.left(10), ncm.mid(11, 3)});
         for (; !marca.Eof(); marca.MoveNext()) {
             if (Texto(marca, QStringLiteral("028")).trimmed() == QLatin1String("*")) {
                 // The spare part's destination decides the common external tariff.

@@ -205,7 +205,7 @@ private Q_SLOTS:
         Caratula(ts, OP, QStringLiteral("cuitcliente=%1;idsubreg=%2").arg(cuit, subregimen));
         int id = 0;
         for (const char* ncm :
-             {"8471.30.12.100M", "8471.50.10.100K", "4011.10.00.900", "6403.99.90.100T"})
+             {"8471.30.12.100M", "8471.50.10.100K", "4011.10.00.900Z", "6403.99.90.100T"})
             Item(ts, ++id, QStringLiteral("ncm=") + ncm);
         Corrida c(ts);
         ts.ctx().settings().SaveSetting("KORVEN", "AEC", OP, "P");
