@@ -2,6 +2,7 @@
 
 #include "assembly/CorridaArmado.h"
 #include "goods/ValidadorNCM.h"
+#include "liquidation/ReglasLiquidacion.h"
 #include "platform/AppContext.h"
 #include "platform/ComponentRegistry.h"
 #include "platform/Conexion.h"
@@ -429,15 +430,12 @@ void AgrupacionSubItems::MarcarRegimen() {
         *f = QStringLiteral("N");
 
     const QString subreg = Texto(rs, QStringLiteral("idsubreg"));
-    static const QStringList temporales{"IT01", "IT03", "IT04", "IT05", "IT06", "IT07",
-                                        "IT11", "IT13", "IT14", "IT15", "IT16", "IT17",
-                                        "ET01", "ET02", "ETA1", "ETE1", "ETE2"};
     static const QStringList motivos{"DTO.1439/96", "D1439/96-AI", "D1330/04-A6", "D1330/04-A7",
                                      "D1330/04-A8"};
     static const QStringList nombres{"1439/96", "1439/96A1", "D1330/04A6", "D1330/04A7",
                                      "D1330/04A8"};
     const QString motivo = Texto(rs, QStringLiteral("motivodestsuspensiva")).trimmed();
-    const int i = temporales.contains(subreg) ? static_cast<int>(motivos.indexOf(motivo)) : -1;
+    const int i = SubregimenTemporal(subreg) ? static_cast<int>(motivos.indexOf(motivo)) : -1;
 
     const QString sql =
         QStringLiteral("insert into sysflag (flag,valor,item,interno,orden) values (?,?,0,?,?)");

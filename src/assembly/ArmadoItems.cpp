@@ -6,6 +6,7 @@
 #include "assembly/ProrrateoTotales.h"
 #include "liquidation/GeneracionLiquidacion.h"
 #include "liquidation/LiquidacionOperacion.h"
+#include "liquidation/ReglasLiquidacion.h"
 #include "platform/AppContext.h"
 #include "platform/Conexion.h"
 #include "platform/Dialogos.h"
@@ -172,17 +173,8 @@ void ArmadoItems::Generar() {
 }
 
 void ArmadoItems::ActualizarInsumos() {
-    static const QStringList conInsumos = {
-        QStringLiteral("EC02"), QStringLiteral("EC03"), QStringLiteral("EC04"),
-        QStringLiteral("EC05"), QStringLiteral("EC06"), QStringLiteral("EC16"),
-        QStringLiteral("EG02"), QStringLiteral("EG03"), QStringLiteral("IC81"),
-        QStringLiteral("IC82"), QStringLiteral("IC83"), QStringLiteral("DIR6"),
-        QStringLiteral("IC06"), QStringLiteral("IC26"), QStringLiteral("IC36"),
-        QStringLiteral("IG06"), QStringLiteral("IT06"), QStringLiteral("RnaE06"),
-        QStringLiteral("TG06"), QStringLiteral("TG16"), QStringLiteral("TR06"),
-        QStringLiteral("MARE"), QStringLiteral("IDT4")};
     r_.progreso.MostrarInsumos();
-    if (!conInsumos.contains(r_.car.idsubreg))
+    if (!SubregimenConInsumos(r_.car.idsubreg))
         return;
     std::unique_ptr<QObject> link =
         ctx_.componentes().Crear(QStringLiteral("SupplyLink.Main"), ctx_);
