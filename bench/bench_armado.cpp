@@ -16,6 +16,8 @@
 #include "support/OperacionArmado.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
+#include <array>
 #include <cstdio>
 
 using namespace korven;
@@ -23,6 +25,46 @@ using namespace korven;
 namespace {
 
 const QStringList kSalida = {"groupsubitems", "item", "itemliq", "liqcero", "idrel"};
+
+// The time each stage of the last run took; the calculation of item 0 that follows the
+// stages counts as stage 11.
+class Etapas : public ProgresoArmado {
+public:
+    void Empezar() {
+        ms_.fill(0);
+        actual_ = 0;
+        ultimo_ = 0;
+        reloj_.start();
+    }
+    void Etapa(int etapa, bool terminada) override {
+        if (!terminada)
+            Pasar(etapa);
+    }
+    void Item(const QString& texto) override {
+        if (actual_ != 11 && texto.startsWith(QLatin1String("Liquidando")))
+            Pasar(11);
+    }
+    void Terminar() { Pasar(0); }
+    QString Texto() const {
+        QStringList t;
+        for (int i = 1; i <= 11; ++i)
+            if (ms_[i] > 0)
+                t << QStringLiteral("%1:%2").arg(i).arg(ms_[i], 0, 'f', 0);
+        return t.join(QLatin1Char(' '));
+    }
+
+private:
+    void Pasar(int etapa) {
+        const double ahora = static_cast<double>(reloj_.nsecsElapsed()) / 1e6;
+        ms_[actual_] += ahora - ultimo_;
+        ultimo_ = ahora;
+        actual_ = etapa;
+    }
+    QElapsedTimer reloj_;
+    std::array<double, 12> ms_{};
+    int actual_ = 0;
+    double ultimo_ = 0;
+};
 
 // Inserts the rows the assembly left for one number again under another, one bound statement
 // per table, in one transaction.
@@ -71,10 +113,12 @@ int main(int argc, char** argv) {
             const QString interno = QStringLiteral("BENCH-%1").arg(lineas);
             test::OperacionParaArmar(ts.stores(), interno, lineas);
             QString resultado;
+            Etapas etapas;
             const double ms = bench::Mediana(corridas, [&] {
                 ts.ctx().ArmadoResultado = QStringLiteral("SI");
-                ProgresoArmado sinVentana;
-                ArmadoItems(ts.ctx(), interno, sinVentana).Ejecutar();
+                etapas.Empezar();
+                ArmadoItems(ts.ctx(), interno, etapas).Ejecutar();
+                etapas.Terminar();
                 resultado = ts.ctx().ArmadoResultado;
             });
             int serie = 0;
@@ -100,6 +144,7 @@ int main(int argc, char** argv) {
                         "rows %8.1f ms  ratio %.1f\n",
                         bench::NombreMotor(motor), lineas, items, ms, qPrintable(resultado), salida,
                         bloque, ms / bloque);
+            std::printf("           ms by stage of the last run: %s\n", qPrintable(etapas.Texto()));
             armado[n++] = ms;
         }
         std::printf("%-10s 10,000 / 1,000 lines: %.1f x\n", bench::NombreMotor(motor),
