@@ -3,6 +3,7 @@
 // command; the hub's button.
 
 #include "FixtureArmado.h"
+#include "assembly/AdminArmado.h"
 #include "assembly/ArmadoItems.h"
 #include "assembly/FrmArmarItem.h"
 #include "assembly/PantallasArmado.h"
@@ -189,6 +190,51 @@ private Q_SLOTS:
             QCOMPARE(ts->dialogos().registro().first().icono, Dialogos::Icono::Critico);
             QCOMPARE(Volcado(*ts, op), antes);
         }
+    }
+
+    // The command without a window prints what the run shows and takes the answers given by
+    // the beginning of each question; without an answer a question is answered "No". Under
+    // IDA4 the items get 500 (and 041 with fines), new goods 601 and 611 besides.
+    void ordenArmar_data() {
+        QTest::addColumn<QStringList>("respuestas");
+        QTest::addColumn<QString>("pregunta");
+        QTest::addColumn<QStringList>("conceptos");
+        QTest::newRow("multas") << QStringList{"--respuesta", "Desea calcular=S"}
+                                << QStringLiteral("Sí") << QStringList{"041", "500", "601", "611"};
+        QTest::newRow("sin respuesta")
+            << QStringList{} << QStringLiteral("No") << QStringList{"500", "601", "611"};
+    }
+    void ordenArmar() {
+        QFETCH(QStringList, respuestas);
+        QFETCH(QString, pregunta);
+        QFETCH(QStringList, conceptos);
+        auto ts = ConDemo(Motor::SQLite);
+        ts->AgregarConfiguracion(QString());
+        const QString op = QStringLiteral("DEMO-IC04-001");
+        ts->conexion(QStringLiteral("INTERNOS"))
+            .Ejecutar(QStringLiteral("update caratula set idsubreg = 'IDA4' where interno = ?"),
+                      {op});
+        ts->stores().CloseAllDataConnection();
+        QString salida, errores;
+        QTextStream out(&salida), err(&errores);
+        AdminArmado admin(out, err, ts->directorio(), ts->directorio() + QStringLiteral("aj"));
+        QCOMPARE(admin.Ejecutar(
+                     QStringList{op, "--config", ts->stores().parametersPath(), "--orden", "1"} +
+                     respuestas),
+                 AdminArmado::Correcto);
+        out.flush();
+        QCOMPARE(
+            salida,
+            QStringLiteral("[KORVEN] Desea calcular multas? -> %1\nArmado: SI\n").arg(pregunta));
+        QCOMPARE(errores, QString());
+        QCOMPARE(Filas(*ts,
+                       "select distinct idconceptos from itemliq where interno = ? and iditem = 1 "
+                       "order by idconceptos",
+                       {op}),
+                 conceptos);
+        QCOMPARE(AdminArmado(out, err, ts->directorio(), QString())
+                     .Ejecutar({op, "--orden", "3", "--config", ts->stores().parametersPath()}),
+                 AdminArmado::Uso);
     }
 
     // korven-admin armar killed at random moments: the Operation is exactly as before, or as
