@@ -54,17 +54,24 @@ bool ArmadoItems::Ejecutar() {
         }
         t.Confirmar();
     } catch (const KorvenError& e) {
-        // The transaction is gone: the Operation is as it was, and stays to be assembled.
-        ctx_.ArmadoResultado = QStringLiteral("NO");
-        ctx_.dialogos().Mensaje(QStringLiteral("%1 - %2 [ArmarItem.Generar]:%3 : %4")
-                                    .arg(e.numero())
-                                    .arg(e.descripcion())
-                                    .arg(etapa_)
-                                    .arg(e.origen()),
-                                QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
+        Fallo(e.numero(), e.descripcion(), e.origen());
+        return false;
+    } catch (const std::exception& e) {
+        Fallo(0, QString::fromLocal8Bit(e.what()), QStringLiteral("ArmarItem.Generar"));
         return false;
     }
     return true;
+}
+
+void ArmadoItems::Fallo(int numero, const QString& texto, const QString& origen) {
+    // The transaction is gone: the Operation is as it was, and stays to be assembled.
+    ctx_.ArmadoResultado = QStringLiteral("NO");
+    ctx_.dialogos().Mensaje(QStringLiteral("%1 - %2 [ArmarItem.Generar]:%3 : %4")
+                                .arg(numero)
+                                .arg(texto)
+                                .arg(etapa_)
+                                .arg(origen),
+                            QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
 }
 
 void ArmadoItems::Etapa(int etapa, bool terminada) {

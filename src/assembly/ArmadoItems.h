@@ -27,6 +27,8 @@ public:
 
 private:
     void Etapa(int etapa, bool terminada);
+    // The run's handler: the error reported with the stage reached, the run ended with "NO".
+    void Fallo(int numero, const QString& texto, const QString& origen);
     void MarcasNcm();
     void ActualizarInsumos();
 
