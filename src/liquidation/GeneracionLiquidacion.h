@@ -27,9 +27,8 @@ public:
     // The rows of one item: the concepts of the list (codes separated by ","), their rates
     // cleared and then set by the regime and the client. IdItem "0" is item 0.
     void GenerarLiq(const QString& Conceptos, const QString& IdItem, const QString& Interno,
-                    double Ganancias, double Reduccion, bool EsCVDI, double TasaIVA,
-                    double Sbtrei, double IngresosBrutos, const QString& SubRegimen,
-                    const QString& Muestra);
+                    double Ganancias, double Reduccion, bool EsCVDI, double TasaIVA, double Sbtrei,
+                    double IngresosBrutos, const QString& SubRegimen, const QString& Muestra);
 
     // The rows of a whole Operation whose items are built and whose rows were deleted: the
     // lists of concepts by regime (asking "Desea calcular multas?" where it applies, which sets

@@ -167,8 +167,8 @@ std::vector<DefTabla> Definir() {
                     {"interno,iditem"}));
     t.push_back(Def(I, "iteminfo", "interno #iditem idinfo valor", "interno,iditem,idinfo",
                     {"interno,iditem"}));
-    t.push_back(Def(I, "sysflag", "interno flag valor #item #orden:5", "interno,orden",
-                    {"interno,flag"}));
+    t.push_back(
+        Def(I, "sysflag", "interno flag valor #item #orden:5", "interno,orden", {"interno,flag"}));
     t.push_back(
         Def(I, "facturas", "interno #orden factura", "interno,factura", {"interno,factura"}));
     t.push_back(Def(I, "prorrateo", "interno codigo descripcion #valor", "interno,codigo",

@@ -372,9 +372,8 @@ private Q_SLOTS:
         Pulsar(Boton(f, "cmdITEM"));
         QCOMPARE(armados.size(), factura8 == "S" ? 1 : 0);
         QCOMPARE(vistos.size(), generado ? 1 : 0);
-        const QVariantMap esperados[] = {
-            {{"interno", "100"}, {"ejecutar", true}, {"multa", true}},
-            {{"interno", "100"}, {"item", 0}}};
+        const QVariantMap esperados[] = {{{"interno", "100"}, {"ejecutar", true}, {"multa", true}},
+                                         {{"interno", "100"}, {"item", 0}}};
         for (int i = 0; i < 2; ++i)
             for (const QVariantMap& a : i ? vistos : armados)
                 for (auto [k, v] : esperados[i].asKeyValueRange())
