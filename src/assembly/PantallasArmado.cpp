@@ -1,6 +1,7 @@
 #include "assembly/PantallasArmado.h"
 
 #include "assembly/FrmArmarItem.h"
+#include "assembly/FrmProrKg.h"
 
 #include "assembly/ComprobacionInterno.h"
 #include "assembly/Frm_ComprobacionErrores.h"
@@ -21,6 +22,7 @@ void RegistrarPantallasComprobacion(Pantallas& pantallas) {
 
 void RegistrarPantallasArmado(Pantallas& pantallas) {
     RegistrarFormulario<FrmArmarItem>(pantallas, QStringLiteral("FrmArmarItem"));
+    RegistrarFormulario<FrmProrKg>(pantallas, QStringLiteral("FrmProrKg"));
     RegistrarPantallasComprobacion(pantallas);
 }
 

@@ -286,7 +286,7 @@ void ProrrateoTotales::ProrratearComExt(double& comExt, double& fobTotal) {
     }
 }
 
-void ProrrateoTotales::Prorratear_ItemCeroEx(double& kilos) {
+void ProrrateoTotales::Prorratear_ItemCeroEx(double& kilos, Kilos quien) {
     ProgresoArmado& pb = r_.progreso;
     Dialogos& dlg = r_.ctx.dialogos();
     try {
@@ -317,9 +317,14 @@ void ProrrateoTotales::Prorratear_ItemCeroEx(double& kilos) {
                                               "kgneto <= 0"),
                                xp);
         if (Num(sf, "cantidad") == 0) {
-            dlg.Mensaje(QStringLiteral("No hay registros para prorratear!\nya que todos los "
-                                       "articulos tienen cargado kilo neto.\nSi desea prorratear "
-                                       "debe poner los kilos en 0 (cero)\nEn Carga de Subitems"),
+            dlg.Mensaje(quien == Kilos::Armado
+                            ? QStringLiteral("No hay registros para prorratear!\nya que todos los "
+                                             "articulos tienen cargado kilo neto.\nSi desea "
+                                             "prorratear debe poner los kilos en 0 (cero)\nEn "
+                                             "Carga de Subitems")
+                            : QStringLiteral("No hay registros para prorratear!\nSi necesita "
+                                             "cambiar el kilo total\ndebe rearmar los item's, "
+                                             "modifícando\nalgún valor de carátula."),
                         QStringLiteral("PRORRATEO DE KILOS NETO.."), Icono::Exclamacion);
             return;
         }
@@ -395,19 +400,27 @@ void ProrrateoTotales::Prorratear_ItemCeroEx(double& kilos) {
         const double u = R2(Num(ru, "total"));
         if (u != kilos) {
             const double e = R2(kilos - u);
-            Recordset g = c.Abrir(
-                QStringLiteral("select orden, kgneto from groupsubitems where flgkg = '*' and "
-                               "interno = ? and kgneto > ? order by kgneto desc, orden limit 2"),
-                {r_.interno, std::fabs(e)});
-            if (g.Eof()) {
+            Recordset g =
+                quien == Kilos::Armado
+                    ? c.Abrir(QStringLiteral("select orden, kgneto from groupsubitems where flgkg "
+                                             "= '*' and interno = ? and kgneto > ? order by "
+                                             "kgneto desc, orden limit 2"),
+                              {r_.interno, std::fabs(e)})
+                    : c.Abrir(QStringLiteral("select orden, kgneto from groupsubitems where "
+                                             "interno = ? and kgneto > 0.01 order by kgneto "
+                                             "desc, orden limit 1"),
+                              xp);
+            // On the screen a rest that no line can take is left where it is.
+            if (!g.Eof()) {
+                c.Ejecutar(guardar, {R2(Num(g, "kgneto") + e), r_.interno,
+                                     g.Fields(QStringLiteral("orden"))});
+            } else if (quien == Kilos::Armado) {
                 dlg.Mensaje(QStringLiteral("Error al redondear prorrateo, no se encontro subitems "
                                            "con kilos mayor a %1\nNo se puede continuar..")
                                 .arg(TextoDoble(std::fabs(e))),
                             QStringLiteral("KORVEN"), Icono::Exclamacion);
                 return;
             }
-            c.Ejecutar(guardar,
-                       {R2(Num(g, "kgneto") + e), r_.interno, g.Fields(QStringLiteral("orden"))});
         }
 
         // Units measured in kilos take the kilos (rows that already hold them are left alone).

@@ -23,8 +23,12 @@ public:
     void KilosBrutos();
     // The external-trade amount over the items, remainder included; item 0 holds the total.
     void ProrratearComExt(double& comExt, double& fobTotal);
-    // The net kilos of the header over the groups without kilos, and onto the items.
-    void Prorratear_ItemCeroEx(double& kilos);
+    // Who spreads the net kilos: the assembly run with the header's total, or the clerk on the
+    // screen of manual proration, where the text for an Operation without empty lines is its
+    // own and the rounding rest goes to the heaviest line, silently kept when none can take it.
+    enum class Kilos { Armado, Pantalla };
+    // The net kilos over the groups without kilos, and onto the items.
+    void Prorratear_ItemCeroEx(double& kilos, Kilos quien = Kilos::Armado);
 
 private:
     CorridaArmado& r_;
