@@ -116,4 +116,29 @@ template <typename T> void CasosPorMotor(std::initializer_list<T> casos) {
                 << static_cast<int>(m) << c;
 }
 
+// Rows of an Operation, one table a line: "tabla:col,col|val,val|val,val".
+inline void TablasOperacion(TestStores& ts, const QString& interno, const QString& datos) {
+    for (const QString& t : datos.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const auto dos = t.indexOf(QLatin1Char(':'));
+        QStringList filas = t.mid(dos + 1).split(QLatin1Char('|'));
+        const QStringList cols = filas.takeFirst().split(QLatin1Char(','));
+        for (const QString& f : filas) {
+            QString pares = QStringLiteral("interno=") + interno;
+            for (int i = 0; i < cols.size(); ++i)
+                pares += QLatin1Char(';') + cols[i] + QLatin1Char('=') +
+                         f.section(QLatin1Char(','), i, i);
+            Insertar(ts, t.left(dos), pares);
+        }
+    }
+}
+
+// The messages shown so far as "title|icon|text".
+inline QStringList Dichos(TestStores& ts) {
+    QStringList r;
+    for (const auto& m : ts.dialogos().registro())
+        r << m.titulo + QLatin1Char('|') + QString::number(static_cast<int>(m.icono)) +
+                 QLatin1Char('|') + m.texto;
+    return r;
+}
+
 } // namespace korven::test
