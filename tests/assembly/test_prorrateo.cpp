@@ -23,22 +23,6 @@ const QString kItemsKilos = QStringLiteral(
     "\nitem:id,totalkneto,valorrelacionestadistica,valorderesp|0,0,0,0|1,0,0,0|2,0,5,6");
 const QString kSinCambio = QStringLiteral(" 0|0|0|0 1|0|0|0 2|0|5|6 pb:");
 
-// Rows of the Operation, one table a line: "tabla:col,col|val,val|val,val".
-void Tablas(TestStores& ts, const QString& datos) {
-    for (const QString& t : datos.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        const int dos = static_cast<int>(t.indexOf(QLatin1Char(':')));
-        QStringList filas = t.mid(dos + 1).split(QLatin1Char('|'));
-        const QStringList cols = filas.takeFirst().split(QLatin1Char(','));
-        for (const QString& f : filas) {
-            QString pares = QStringLiteral("interno=") + kI;
-            for (int i = 0; i < cols.size(); ++i)
-                pares += QLatin1Char(';') + cols[i] + QLatin1Char('=') +
-                         f.section(QLatin1Char(','), i, i);
-            Insertar(ts, t.left(dos), pares);
-        }
-    }
-}
-
 struct Barras : ProgresoArmado {
     QStringList v;
     void Barra(int x, int) override { v << QString::number(x); }
@@ -175,7 +159,7 @@ void TestProrrateo::prorratear() {
     QFETCH(QString, caratula);
     QFETCH(QString, tablas);
     Caratula(ts, kI, caratula);
-    Tablas(ts, tablas);
+    TablasOperacion(ts, kI, tablas);
     Barras pb;
     CorridaArmado r(ts.ctx(), kI, pb);
     r.LeerCaratula();
@@ -210,11 +194,7 @@ void TestProrrateo::prorratear() {
     visto = Filas(ts, sql + QStringLiteral(" order by 1")) + visto;
     visto.removeAll(QString());
     QTEST(visto.join(QLatin1Char(' ')), "esperado");
-    QStringList vistos;
-    for (const auto& m : ts.dialogos().registro())
-        vistos << m.titulo + QLatin1Char('|') + QString::number(static_cast<int>(m.icono)) +
-                      QLatin1Char('|') + m.texto;
-    QCOMPARE(vistos, dichos.replaceInStrings(QStringLiteral("#"), separador));
+    QCOMPARE(Dichos(ts), dichos.replaceInStrings(QStringLiteral("#"), separador));
 }
 
 QTEST_GUILESS_MAIN(TestProrrateo)
