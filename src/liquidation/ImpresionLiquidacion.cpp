@@ -98,10 +98,12 @@ bool ImpresionLiquidacion::pr_ImprimirLiq(int desde, int hasta, const QString& i
         const auto texto = [](const QVariant& v) {
             return EsNull(v).replace(QLatin1Char('\''), QLatin1Char('`'));
         };
+        // A position "8471.30.12.100M" is the row ("8471.30.12", "100").
         const auto posicion = [&](const QString& pos) {
             return ncm.Abrir(QStringLiteral("select \"015\", \"016\", \"017\", \"018\", \"020\", "
-                                            "\"026\", \"028\", \"053\" from ncm where \"001\" = ?"),
-                             {pos});
+                                            "\"026\", \"028\", \"053\" from ncm where \"001\" = ? "
+                                            "and \"002\" = ?"),
+                             {pos.left(10), pos.right(4).left(3)});
         };
         const auto ventajas = [&](Escritor& w, int id, int guiones) {
             Recordset rs = c.Abrir(QStringLiteral("select idventaja from itemventaja where interno "

@@ -90,9 +90,11 @@ private Q_SLOTS:
         QVERIFY(imp.pr_ImprimirLiq(1, 2, kOp, true));
         const QList<int> liq{30, 15, 5, 15, 15, 10};
         const QList<int> sub{15, 15, 15, 15, 15};
-        // FOB 9000 + freight 455.90 + insurance 64.63 = 9520.53 (no duty: the base of VAT is
-        // the same); 011: 3 % of 9520.53 = 285.6159; 422: 5 % of 9520.53 + 285.62 = 9806.15,
-        // 490.3075; 424 and 900: 3 % of 9806.15 = 294.1845; 601: 2 % of FOB 9000 = 180.
+        // FOB 9000 + freight 455.90 + insurance 64.63 = 9520.53; the printed base of VAT
+        // takes the position's duty 16 % (1523.2848) and fee 3 % (285.6159), whatever the
+        // advantages: 9520.53 + 1523.28 + 285.62 = 11329.43; 011: 3 % of 9520.53 = 285.6159; 422: 5
+        // % of 9520.53 + 285.62 = 9806.15, 490.3075; 424 and 900: 3 % of 9806.15 = 294.1845; 601: 2
+        // % of FOB 9000 = 180.
         QStringList esperado{
             QString(),
             QString(79, u'.'),
@@ -111,7 +113,7 @@ private Q_SLOTS:
             QString(),
             "PAIS PROC 310",
             QString(),
-            "Base Imponible: 9520~53 - Base Iva: 9520~53",
+            "Base Imponible: 9520~53 - Base Iva: 11329~43",
             QString(),
             "------------",
             "LIQUIDACION:",
@@ -300,6 +302,10 @@ private Q_SLOTS:
         const auto num = [&](const QString& v) {
             return QRegularExpression::escape(Importe(v, sep));
         };
+        QVERIFY(tiene("Interno: " + kOp));
+        for (const QString& id :
+             Filas(*ts, "select id from item where interno = ? and id > 0", {kOp}))
+            QVERIFY2(tiene("ITEM " + id.rightJustified(3, u'0')), qPrintable(id));
         for (const QString& f :
              Filas(*ts, "select idconcepto, valor from liqcero where interno = ? order by 1",
                    {kOp})) {
