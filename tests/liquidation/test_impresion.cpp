@@ -244,6 +244,13 @@ private Q_SLOTS:
         QCOMPARE(ts->dialogos().registro().first().icono, Dialogos::Icono::Exclamacion);
         QCOMPARE(local.LineasDeTabla(), antes);
         QCOMPARE(a.LineasDeTabla(), deA);
+        // No such printer: said, nothing printed.
+        ts->ctx().config().DEVICENAME = QStringLiteral("IMPRESORA-X");
+        hasta->setCurrentText(QStringLiteral("3"));
+        frm.findChild<QPushButton*>(QStringLiteral("CmdPrint"))->click();
+        QCOMPARE(ts->dialogos().mensajes().value(1),
+                 QStringLiteral("No se encontró la impresora IMPRESORA-X."));
+        QCOMPARE(local.LineasDeTabla().value(3), QStringLiteral("   ITEM 003"));
 
         // The preview, modal, of items 0 to 1.
         GuardarPantallazo(QStringLiteral("FrmPrintItem"), &frm);
@@ -263,6 +270,19 @@ private Q_SLOTS:
         });
         frm.findChild<QPushButton*>(QStringLiteral("CmdPrint"))->click();
         QVERIFY(vista);
+        // A failure of the store: reported with its section, the lines of the last print kept.
+        const QStringList impresas = local.LineasDeTabla();
+        QCOMPARE(impresas.value(0), QStringLiteral("Interno: ") + kOp);
+        ts->conexion(QStringLiteral("INTERNOS")).Ejecutar(QStringLiteral("drop table iteminfo"));
+        frm.findChild<QPushButton*>(QStringLiteral("CmdPrint"))->click();
+        QVERIFY2(
+            QRegularExpression(
+                "iteminfo.*\\n-?\\d+ - seccion \\[korven\\.frmprintitem\\.pr_imprimirliq\\]::$",
+                QRegularExpression::DotMatchesEverythingOption)
+                .match(ts->dialogos().mensajes().value(2))
+                .hasMatch(),
+            qPrintable(ts->dialogos().mensajes().value(2)));
+        QCOMPARE(local.LineasDeTabla(), impresas);
     }
 
     void pdf_data() { FilasMotorSeparador(); }
