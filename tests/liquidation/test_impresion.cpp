@@ -92,69 +92,45 @@ private Q_SLOTS:
         const QList<int> sub{15, 15, 15, 15, 15};
         // FOB 9000 + freight 455.90 + insurance 64.63 = 9520.53; the printed base of VAT
         // takes the position's duty 16 % (1523.2848) and fee 3 % (285.6159), whatever the
-        // advantages: 9520.53 + 1523.28 + 285.62 = 11329.43; 011: 3 % of 9520.53 = 285.6159; 422: 5
-        // % of 9520.53 + 285.62 = 9806.15, 490.3075; 424 and 900: 3 % of 9806.15 = 294.1845; 601: 2
-        // % of FOB 9000 = 180.
-        QStringList esperado{
-            QString(),
-            QString(79, u'.'),
-            QString(),
-            "   ITEM 001",
-            "    NCM 8471.30.12.100M -  UNID ESTA 07",
-            " CANTIDAD 20~00",
-            QString(),
-            "    FOB 9000~00 -  AJUS INC 00~00",
-            "  FLETE 455~90 -  AJUS DED 00~00",
-            "   SEGURO 64~63 -  KG NETO 36~00",
-            QString(),
-            " EST MERC 1",
-            QString(),
-            "PAIS ORIG 310",
-            QString(),
-            "PAIS PROC 310",
-            QString(),
-            "Base Imponible: 9520~53 - Base Iva: 11329~43",
-            QString(),
-            "------------",
-            "LIQUIDACION:",
-            Columnas({"Conceptos", "Porc. %", "P/C/G", "Base Imponible", "Importe", "Motivos"}, liq,
-                     sep),
-            Columnas({QString(30, u'-'), QString(15, u'-'), QString(5, u'-'), QString(15, u'-'),
-                      QString(15, u'-'), QString(10, u'-')},
-                     liq, sep),
-            Columnas({"(011) TASA DE ESTADISTICA", "03~00", "P", "9520~53", "285~62", ""}, liq,
-                     sep),
-            Columnas({"(422) I.V.A. ADICIONAL", "05~00", "P", "9806~15", "490~31", ""}, liq, sep),
-            Columnas(
-                {"(424) ANTICIPO IMPUESTO A LAS GANANCIAS", "03~00", "P", "9806~15", "294~18", ""},
-                liq, sep),
-            Columnas({"(601) REINTEGRO", "02~00", "C", "9000~00", "180~00", ""}, liq, sep),
-            Columnas({"(900) INGRESOS BRUTOS", "03~00", "P", "9806~15", "294~18", ""}, liq, sep),
-            QString(),
-            "---------",
-            "VENTAJAS:",
-            QString(),
-            "ACEMERCOSUR",
-            QString(),
-            "----------------------",
-            "INFORMACIÓN ADICIONAL:",
-            QString(),
-            Columnas({"Información", "Valor"}, {30, 30}, sep),
-            Columnas({QString(30, u'-'), QString(30, u'-')}, {30, 30}, sep),
-            Columnas({"ORIGEN", "O`Higgins 1"}, {30, 30}, sep),
-            QString(),
-            "---------",
-            "SUBITEMS:",
-            "---------",
-            QString(),
-            Columnas({"Cantidad", "Unitario", "FobTotal", "Estadistica", "Cant. Especifico"}, sub,
-                     sep),
-            Columnas({QString(15, u'-'), QString(15, u'-'), QString(15, u'-'), QString(15, u'-'),
-                      QString(15, u'-')},
-                     sub, sep),
-            Columnas({"20~00", "450~0000", "9000~00", "20~00", "00~00"}, sub, sep)};
-        for (QString& l : esperado)
-            l.replace(QLatin1Char('~'), sep);
+        // advantages: 9520.53 + 1523.28 + 285.62 = 11329.43. 011: 3 % of 9520.53 = 285.6159;
+        // 422: 5 % of 9520.53 + 285.62 = 9806.15 is 490.3075; 424 and 900: 3 % of 9806.15 =
+        // 294.1845; 601: 2 % of FOB 9000 = 180.
+        const auto texto = [&](const QByteArray& t) {
+            return QString::fromUtf8(t).replace(u'~', sep).split(u'\n');
+        };
+        const QString g(80, u'-');
+        const QStringList esperado =
+            texto("\n" + QString(79, u'.').toLatin1() +
+                  "\n\n   ITEM 001\n    NCM 8471.30.12.100M -  UNID ESTA 07\n CANTIDAD 20~00\n\n"
+                  "    FOB 9000~00 -  AJUS INC 00~00\n  FLETE 455~90 -  AJUS DED 00~00\n"
+                  "   SEGURO 64~63 -  KG NETO 36~00\n\n EST MERC 1\n\nPAIS ORIG 310\n\n"
+                  "PAIS PROC 310\n\nBase Imponible: 9520~53 - Base Iva: 11329~43\n\n"
+                  "------------\nLIQUIDACION:") +
+            QStringList{
+                Columnas({"Conceptos", "Porc. %", "P/C/G", "Base Imponible", "Importe", "Motivos"},
+                         liq, sep),
+                Columnas({g, g, g, g, g, g}, liq, sep),
+                Columnas({"(011) TASA DE ESTADISTICA", "03~00", "P", "9520~53", "285~62", ""}, liq,
+                         sep),
+                Columnas({"(422) I.V.A. ADICIONAL", "05~00", "P", "9806~15", "490~31", ""}, liq,
+                         sep),
+                Columnas({"(424) ANTICIPO IMPUESTO A LAS GANANCIAS", "03~00", "P", "9806~15",
+                          "294~18", ""},
+                         liq, sep),
+                Columnas({"(601) REINTEGRO", "02~00", "C", "9000~00", "180~00", ""}, liq, sep),
+                Columnas({"(900) INGRESOS BRUTOS", "03~00", "P", "9806~15", "294~18", ""}, liq,
+                         sep)} +
+            texto("\n---------\nVENTAJAS:\n\nACEMERCOSUR\n\n----------------------\n"
+                  "INFORMACIÓN ADICIONAL:\n") +
+            QStringList{Columnas({"Información", "Valor"}, {30, 30}, sep),
+                        Columnas({g, g}, {30, 30}, sep),
+                        Columnas({"ORIGEN", "O`Higgins 1"}, {30, 30}, sep)} +
+            texto("\n---------\nSUBITEMS:\n---------\n") +
+            QStringList{
+                Columnas({"Cantidad", "Unitario", "FobTotal", "Estadistica", "Cant. Especifico"},
+                         sub, sep),
+                Columnas({g, g, g, g, g}, sub, sep),
+                Columnas({"20~00", "450~0000", "9000~00", "20~00", "00~00"}, sub, sep)};
         const QStringList lineas = imp.LineasDeTabla();
         QCOMPARE(lineas.mid(0, esperado.size()), esperado);
         QVERIFY(lineas.at(esperado.size()).startsWith(QLatin1String("SUFIJO: AA(LENOVO)-")));
