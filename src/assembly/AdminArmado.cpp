@@ -6,6 +6,7 @@
 #include "platform/AppContext.h"
 #include "platform/Conexion.h"
 #include "platform/Dialogos.h"
+#include "platform/DialogosDeConsola.h"
 #include "platform/KorvenError.h"
 #include "platform/Recordset.h"
 #include "platform/SettingsStore.h"
@@ -14,52 +15,8 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QList>
-#include <QPair>
 
 namespace korven {
-
-namespace {
-
-// Answers from the command line, matched by the beginning of the question's text; every
-// message and question is printed as it comes.
-class DialogosDeConsola : public Dialogos {
-public:
-    DialogosDeConsola(QTextStream& out, QList<QPair<QString, QString>> respuestas)
-        : out_(out), respuestas_(std::move(respuestas)) {}
-
-    void Mensaje(const QString& texto, const QString& titulo, Icono) override {
-        out_ << QStringLiteral("[%1] %2").arg(titulo, texto) << Qt::endl;
-    }
-    bool Pregunta(const QString& texto, const QString& titulo, Icono) override {
-        const QString r = Respuesta(texto).value_or(QString()).trimmed().toUpper();
-        const bool si = r == QLatin1String("S") || r == QLatin1String("SI") ||
-                        r == QStringLiteral("SÍ") || r == QLatin1String("Y") ||
-                        r == QLatin1String("YES");
-        out_ << QStringLiteral("[%1] %2 -> %3")
-                    .arg(titulo, texto, si ? QStringLiteral("Sí") : QStringLiteral("No"))
-             << Qt::endl;
-        return si;
-    }
-    std::optional<QString> PedirTexto(const QString& pregunta, const QString& titulo, int,
-                                      const QString& porDefecto) override {
-        const QString r = Respuesta(pregunta).value_or(porDefecto);
-        out_ << QStringLiteral("[%1] %2 -> %3").arg(titulo, pregunta, r) << Qt::endl;
-        return r;
-    }
-
-private:
-    std::optional<QString> Respuesta(const QString& texto) const {
-        for (const auto& [comienzo, respuesta] : respuestas_)
-            if (texto.startsWith(comienzo))
-                return respuesta;
-        return std::nullopt;
-    }
-    QTextStream& out_;
-    QList<QPair<QString, QString>> respuestas_;
-};
-
-} // namespace
 
 bool AdminArmado::EsOrden(const QString& orden) {
     return orden.compare(QLatin1String("armar"), Qt::CaseInsensitive) == 0;
@@ -144,13 +101,7 @@ int AdminArmado::Ejecutar(const QStringList& argumentos) {
     const QString interno = posicionales.first();
     try {
         StoreDirectory stores;
-        if (!config.isEmpty() && !QFileInfo(config).isFile())
-            throw KorvenError(53, QStringLiteral("No existe el archivo de configuración: %1")
-                                      .arg(QDir::toNativeSeparators(config)));
-        stores.setParametersPath(
-            config.isEmpty() ? QDir(directorio_).filePath(QStringLiteral("DataAccessConfig.ini"))
-                             : QFileInfo(config).absoluteFilePath());
-        stores.LoadParameters();
+        CargarConfiguracionAdmin(stores, config, directorio_);
         DialogosDeConsola dialogos(out_, respuestas);
         SettingsStore settings(ajustes);
         AppContext ctx(stores, dialogos, settings, directorio_);

@@ -229,7 +229,7 @@ std::vector<DefTabla> Definir() {
     t.push_back(Def(P, "ventajasrel", "cuit idsubregimen ncm idventaja",
                     "cuit,idsubregimen,ncm,idventaja", {"cuit,idsubregimen"}));
     // Scratch lines of a printout, numbered by the store.
-    t.push_back(Def(P, "tabla", "+idlin linea", "idlin"));
+    t.push_back(Def(P, "tabla", "+idlin linea puesto:6", "idlin", {"puesto,idlin:6"}));
 
     // ---- NCM: the tariff nomenclator
     t.push_back(Def("NCM", "ncm", ColumnasNomenclador(), "001,002,003", {"001,002"}));

@@ -20,13 +20,14 @@ struct DefTabla;
 //   4  the header keyed by its number (primary key, and unique regardless of case); the
 //      indexes of the register's filters and orders; the lock keeps the time it was taken
 //   5  the order in which an assembly wrote its groups, links and regime flags (orden)
+//   6  the workstation that wrote each line of the printing table (puesto)
 //
 // A store with no version (a new one, or one made by hand) is created at the present version,
 // keeping the tables it has and adding what they lack. Each step runs in one transaction with
 // the new version number, so a failed step leaves the store at the version before it.
 class Migrador {
 public:
-    static constexpr int VersionActual = 5;
+    static constexpr int VersionActual = 6;
 
     explicit Migrador(StoreDirectory& stores) : stores_(stores) {}
 

@@ -173,7 +173,7 @@ Corrida Correr(TestStores& t, QStringList args) {
 QStringList LineasEsquema(const QString& como) {
     QStringList r;
     for (const QString& e : StoreDirectory::Entidades())
-        r << QStringLiteral("%1: esquema versión 5, %2.").arg(e, como);
+        r << QStringLiteral("%1: esquema versión 6, %2.").arg(e, como);
     return r;
 }
 
@@ -204,7 +204,7 @@ private Q_SLOTS:
         t.conexion(kNcm).Ejecutar("update korven_version set version = 99 where entidad = 'NCM'");
         ERROR_CON_TEXTO(CrearOActualizar(t.stores()),
                         QStringLiteral("La base de NCM tiene la versión 99 del esquema, más nueva "
-                                       "que la de este programa (5)."));
+                                       "que la de este programa (6)."));
         QCOMPARE(VersionDe(t.stores(), kNcm), 99);
         // Text keys sort byte by byte on PostgreSQL too.
         QCOMPARE(DialectoEsquema::CrearTabla(*Catalogo::Tabla(QStringLiteral("interno")),
