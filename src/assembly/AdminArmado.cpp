@@ -19,7 +19,7 @@
 namespace korven {
 
 bool AdminArmado::EsOrden(const QString& orden) {
-    return orden.compare(QLatin1String("armar"), Qt::CaseInsensitive) == 0;
+    return EsNombre(orden, "armar");
 }
 
 QString AdminArmado::TextoAyuda() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/OrdenAdmin.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -17,26 +19,17 @@ namespace korven {
 // question takes the answer whose text begins its own, else its "No" or default answer.
 // Exit code 0 when the assembly ended with "SI", 1 otherwise, 2 for a command line not
 // understood.
-class AdminArmado {
+class AdminArmado : public OrdenAdmin {
 public:
-    static constexpr int Correcto = 0;
-    static constexpr int Fallo = 1;
-    static constexpr int Uso = 2;
-
     AdminArmado(QTextStream& salida, QTextStream& errores, QString directorioPrograma,
                 QString carpetaSettings)
-        : out_(salida), err_(errores), directorio_(std::move(directorioPrograma)),
-          settings_(std::move(carpetaSettings)) {}
+        : OrdenAdmin(salida, errores, std::move(directorioPrograma), std::move(carpetaSettings)) {}
 
     static bool EsOrden(const QString& orden);
     int Ejecutar(const QStringList& argumentos);
     static QString TextoAyuda();
 
 private:
-    QTextStream& out_;
-    QTextStream& err_;
-    QString directorio_;
-    QString settings_;
 };
 
 } // namespace korven

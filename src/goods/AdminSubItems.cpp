@@ -16,7 +16,7 @@
 namespace korven {
 
 bool AdminSubItems::EsOrden(const QString& orden) {
-    return orden.compare(QLatin1String("importar-subitems"), Qt::CaseInsensitive) == 0;
+    return EsNombre(orden, "importar-subitems");
 }
 
 QString AdminSubItems::TextoAyuda() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/OrdenAdmin.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -15,17 +17,12 @@ namespace korven {
 // screen, all or nothing: when the save refuses any row nothing is written, every refused row
 // is reported with the save's message, and the exit code is 1. 0 when every row was written,
 // 2 when the command line was not understood.
-class AdminSubItems {
+class AdminSubItems : public OrdenAdmin {
 public:
-    static constexpr int Correcto = 0;
-    static constexpr int Fallo = 1;
-    static constexpr int Uso = 2;
-
     // carpetaSettings: the per-user settings folder the save writes to.
     AdminSubItems(QTextStream& salida, QTextStream& errores, QString directorioPrograma,
                   QString carpetaSettings)
-        : out_(salida), err_(errores), directorio_(std::move(directorioPrograma)),
-          settings_(std::move(carpetaSettings)) {}
+        : OrdenAdmin(salida, errores, std::move(directorioPrograma), std::move(carpetaSettings)) {}
 
     static bool EsOrden(const QString& orden);
     // The arguments after the name of the command.
@@ -34,11 +31,6 @@ public:
 
 private:
     int Importar(const QString& interno, const QString& archivo, const QString& config);
-
-    QTextStream& out_;
-    QTextStream& err_;
-    QString directorio_;
-    QString settings_;
 };
 
 } // namespace korven

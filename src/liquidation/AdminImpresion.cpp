@@ -16,7 +16,7 @@
 namespace korven {
 
 bool AdminImpresion::EsOrden(const QString& orden) {
-    return orden.compare(QLatin1String("imprimir"), Qt::CaseInsensitive) == 0;
+    return EsNombre(orden, "imprimir");
 }
 
 QString AdminImpresion::TextoAyuda() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/OrdenAdmin.h"
+
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -14,26 +16,17 @@ namespace korven {
 // Writes the printed liquidation of the items N..M (all of them by default) as the print screen
 // does and saves its pages as PDF. Every message is printed. Exit code 0 when the file was
 // written, 1 otherwise, 2 for a command line not understood. Needs a QGuiApplication.
-class AdminImpresion {
+class AdminImpresion : public OrdenAdmin {
 public:
-    static constexpr int Correcto = 0;
-    static constexpr int Fallo = 1;
-    static constexpr int Uso = 2;
-
     AdminImpresion(QTextStream& salida, QTextStream& errores, QString directorioPrograma,
                    QString carpetaSettings)
-        : out_(salida), err_(errores), directorio_(std::move(directorioPrograma)),
-          settings_(std::move(carpetaSettings)) {}
+        : OrdenAdmin(salida, errores, std::move(directorioPrograma), std::move(carpetaSettings)) {}
 
     static bool EsOrden(const QString& orden);
     int Ejecutar(const QStringList& argumentos);
     static QString TextoAyuda();
 
 private:
-    QTextStream& out_;
-    QTextStream& err_;
-    QString directorio_;
-    QString settings_;
 };
 
 } // namespace korven
