@@ -161,7 +161,12 @@ bool ImpresionLiquidacion::pr_ImprimirLiq(int desde, int hasta, const QString& i
                     QStringLiteral(
                         "select id,ajusteinc,ajusteded,estadistica,idproc,idpais,totalkneto,"
                         "estadomerc,lista,naladisa,ncm,idunidad,cantidad,preciounitario,"
-                        "valorrelacionestadistica,valorderesp,fobtotal,itflete,itseguro from item "
+                        "valorrelacionestadistica,valorderesp,"
+                        // The FOB, freight and insurance of the Operation: those of its items.
+                        "(select sum(fobtotal) from item x where x.interno = i.interno and x.id "
+                        "<> 0) as fobtotal,(select sum(itflete) from item x where x.interno = "
+                        "i.interno and x.id <> 0) as itflete,(select sum(itseguro) from item x "
+                        "where x.interno = i.interno and x.id <> 0) as itseguro from item i "
                         "where id = 0 and interno = ?"),
                     {interno});
                 const auto I = [&](const char* campo) { return it.Fields(QLatin1String(campo)); };
