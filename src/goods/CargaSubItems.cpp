@@ -61,11 +61,14 @@ private:
     int veces_ = 0;
 };
 
-// A context for the save that shares the stores and the settings of the program but answers
-// through the dialogs above, and whose suffix lists refuse as the clerk's Esc would.
+// A context for the save that shares the stores of the program but answers through the dialogs
+// above, whose suffix lists refuse as the clerk's Esc would, and whose per-user settings are
+// written where nobody reads them (each save clears the Operation's AEC choice; an import does
+// it once, when its transaction has committed).
 struct Entorno {
-    Entorno(AppContext& base, SettingsStore& settings)
-        : ctx(base.stores(), dialogos, settings, base.directorioPrograma()) {
+    Entorno(AppContext& base, const QString& interno)
+        : ctx(base.stores(), dialogos, borrador, base.directorioPrograma()),
+          ean(SubItemsDatos(base).Caratula(interno).admiteEAN), grabacion(ctx, dialogos, interno) {
         ctx.config() = base.config();
         ctx.componentes() = base.componentes();
         ctx.InternoActual = base.InternoActual;
@@ -103,13 +106,25 @@ struct Entorno {
         return v;
     }
 
-    DialogosImportacion dialogos;
-    AppContext ctx;
-};
+    // Saves one line as the goods screen does; true when it was saved. What the save said is
+    // kept for the verdict.
+    bool Grabar(const LineaSubItem& original) {
+        dialogos.Limpiar();
+        LineaSubItem l = original;
+        try {
+            return grabacion.GrabarSubItems(2, l, false, ean).grabado;
+        } catch (const KorvenError& err) {
+            dialogos.mensajes << err.descripcion();
+            return false;
+        }
+    }
 
-bool AdmiteEAN(AppContext& ctx, const QString& interno) {
-    return SubItemsDatos(ctx).Caratula(interno).admiteEAN;
-}
+    DialogosImportacion dialogos;
+    SettingsStore borrador{QString()};
+    AppContext ctx;
+    const bool ean;
+    GrabacionSubItems grabacion;
+};
 
 Conexion& ConexionInternos(AppContext& ctx) {
     return ctx.stores().getDataConnectionByEntity(QStringLiteral("INTERNOS"));
@@ -129,25 +144,15 @@ QString CargaSubItems::MensajeSufijos(const QString& pedido) {
 std::vector<CargaSubItems::Veredicto>
 CargaSubItems::Verificar(const std::vector<LineaSubItem>& lineas, const Avance& avance) {
     SentenciasPreparadas reutilizar;
-    // The save writes a per-user setting; a trial writes it where nobody reads it.
-    SettingsStore borrador{QString()};
-    Entorno e(ctx_, borrador);
-    const bool ean = AdmiteEAN(ctx_, interno_);
-    GrabacionSubItems grabacion(e.ctx, e.dialogos, interno_);
+    Entorno e(ctx_, interno_);
     std::vector<Veredicto> r;
     r.reserve(lineas.size());
     const int total = static_cast<int>(lineas.size());
     for (const LineaSubItem& original : lineas) {
-        e.dialogos.Limpiar();
-        LineaSubItem l = original;
         bool grabado = false;
         {
             Transaccion t(ctx_.stores(), {QStringLiteral("INTERNOS")});
-            try {
-                grabado = grabacion.GrabarSubItems(2, l, false, ean).grabado;
-            } catch (const KorvenError& err) {
-                e.dialogos.mensajes << err.descripcion();
-            }
+            grabado = e.Grabar(original);
             t.Deshacer();
         }
         r.push_back(e.Juzgar(grabado));
@@ -161,24 +166,11 @@ CargaSubItems::Resultado CargaSubItems::Grabar(const std::vector<LineaSubItem>& 
                                                const Avance& avance) {
     SentenciasPreparadas reutilizar;
     Resultado r;
-    // Each save clears the Operation's AEC choice in the per-user settings; the import does it
-    // once, when its transaction has committed.
-    SettingsStore borrador{QString()};
-    Entorno e(ctx_, borrador);
-    const bool ean = AdmiteEAN(ctx_, interno_);
-    GrabacionSubItems grabacion(e.ctx, e.dialogos, interno_);
+    Entorno e(ctx_, interno_);
     const int total = static_cast<int>(lineas.size());
     Transaccion t(ctx_.stores(), {QStringLiteral("INTERNOS")});
     for (const LineaSubItem& original : lineas) {
-        e.dialogos.Limpiar();
-        LineaSubItem l = original;
-        bool grabado = false;
-        try {
-            grabado = grabacion.GrabarSubItems(2, l, false, ean).grabado;
-        } catch (const KorvenError& err) {
-            e.dialogos.mensajes << err.descripcion();
-        }
-        r.veredictos.push_back(e.Juzgar(grabado));
+        r.veredictos.push_back(e.Juzgar(e.Grabar(original)));
         // A save that failed, or whose own transaction rolled back the whole, ends the import.
         if (!r.veredictos.back().aceptada || !ConexionInternos(ctx_).enTransaccion()) {
             if (r.veredictos.back().aceptada) {
@@ -203,23 +195,12 @@ CargaSubItems::Resultado CargaSubItems::Importar(const std::vector<LineaSubItem>
                                                  const Avance& avance) {
     SentenciasPreparadas reutilizar;
     Resultado r;
-    SettingsStore borrador{QString()};
-    Entorno e(ctx_, borrador);
-    const bool ean = AdmiteEAN(ctx_, interno_);
-    GrabacionSubItems grabacion(e.ctx, e.dialogos, interno_);
+    Entorno e(ctx_, interno_);
     const int total = static_cast<int>(lineas.size());
     bool todas = true;
     auto t = std::make_unique<Transaccion>(ctx_.stores(), QStringList{QStringLiteral("INTERNOS")});
     for (const LineaSubItem& original : lineas) {
-        e.dialogos.Limpiar();
-        LineaSubItem l = original;
-        bool grabado = false;
-        try {
-            grabado = grabacion.GrabarSubItems(2, l, false, ean).grabado;
-        } catch (const KorvenError& err) {
-            e.dialogos.mensajes << err.descripcion();
-        }
-        r.veredictos.push_back(e.Juzgar(grabado));
+        r.veredictos.push_back(e.Juzgar(e.Grabar(original)));
         todas = todas && r.veredictos.back().aceptada;
         // A failure that rolled the whole back: nothing will be kept, the rest are still judged.
         if (!ConexionInternos(ctx_).enTransaccion()) {
