@@ -41,6 +41,13 @@ struct Alto {
     QString foco;
 };
 
+// A check that stops the save: its message shown, the focus it asks for kept in the result.
+ResultadoSubItem Parar(Dialogos& dialogos, ResultadoSubItem& r, const Alto& a) {
+    dialogos.Mensaje(a.texto, QStringLiteral("KORVEN"), a.icono);
+    r.foco = a.foco;
+    return r;
+}
+
 } // namespace
 
 GrabacionSubItems::GrabacionSubItems(AppContext& ctx, Dialogos& dialogos, const QString& interno)
@@ -236,11 +243,7 @@ ResultadoSubItem GrabacionSubItems::GrabarSubItems(int modoSufijos, LineaSubItem
                                                    bool deInsumos, bool admiteEAN) {
     ResultadoSubItem r;
     int paso = 0;
-    auto parar = [&](const Alto& a) {
-        dialogos_.Mensaje(a.texto, QStringLiteral("KORVEN"), a.icono);
-        r.foco = a.foco;
-        return r;
-    };
+    auto parar = [&](const Alto& a) { return Parar(dialogos_, r, a); };
     try {
         paso = 1;
         if (auto a = ChequeosUnidades(ctx_, linea))
@@ -315,11 +318,7 @@ ResultadoSubItem GrabacionSubItems::ModificarSubItems(int modoSufijos, LineaSubI
     if (modoSufijos != 1 && modoSufijos != 2)
         return r;
     int paso = 0;
-    auto parar = [&](const Alto& a) {
-        dialogos_.Mensaje(a.texto, QStringLiteral("KORVEN"), a.icono);
-        r.foco = a.foco;
-        return r;
-    };
+    auto parar = [&](const Alto& a) { return Parar(dialogos_, r, a); };
     try {
         Transaccion tx(ctx_.stores(), Entidades(ctx_, linea));
         SubItemsDatos(ctx_).MarcarCambio(interno_);
