@@ -138,6 +138,10 @@ void FrmVerItem::keyPressEvent(QKeyEvent* e) {
         reject();
         return;
     }
+    if (e->key() == Qt::Key_F12) {
+        ctx_.AbrirModal(QStringLiteral("FrmPrintItem"), {{QStringLiteral("interno"), interno_}});
+        return;
+    }
     QDialog::keyPressEvent(e);
 }
 
