@@ -56,14 +56,8 @@ QString TextoTasa(double v) {
     return QString::number(v, 'g', 15);
 }
 
-// The body of Calcular: every failure goes to its caller, which names the section.
-LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QString& interno,
-                                         const std::function<void(const QString&)>& estado) {
-    SentenciasPreparadas preparadas;
-    ClassLiquidacion liq(ctx);
-    LiquidacionOperacion::Resultado res;
-
-    // The header of the calculator, in the order of its properties.
+// The header of the calculator, in the order of its properties; answers the subregime.
+QString AlimentarCaratula(ClassLiquidacion& liq, Conexion& c, const QString& interno) {
     Recordset car = c.Abrir(QStringLiteral("select * from caratula where interno = ?"), {interno});
     const auto C = [&](const char* campo) {
         return IsRecord(car) ? car.Fields(QString::fromLatin1(campo)) : QVariant();
@@ -91,6 +85,154 @@ LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QSt
     liq.setCaratulaDivisasSeguro(EsNumero(C("segurodivcambio")));
     liq.setCaratulaFactordeConvergencia(EsNumero(C("factorconver")));
 
+    return sub;
+}
+
+// The nomenclator columns above of each position ("001"), keyed "001|002": the first row of a
+// position, as a lookup finds it.
+QHash<QString, std::vector<QVariant>> LeerPosiciones(AppContext& ctx,
+                                                     const QSet<QString>& posiciones) {
+    QHash<QString, std::vector<QVariant>> ncm;
+    QStringList cols;
+    for (const QString& col : kColumnasNcm)
+        cols << QLatin1Char('"') + col + QLatin1Char('"');
+    Conexion& cn = ctx.stores().getDataConnectionByEntity(QStringLiteral("NCM"));
+    const QStringList lista(posiciones.begin(), posiciones.end());
+    for (qsizetype desde = 0; desde < lista.size(); desde += 500) {
+        QStringList literales;
+        for (const QString& p : lista.mid(desde, 500))
+            literales << SqlTexto(p);
+        Recordset rs =
+            cn.Abrir(QStringLiteral("select \"001\",\"002\",") + cols.join(QLatin1Char(',')) +
+                     QStringLiteral(" from ncm where \"001\" in (") +
+                     literales.join(QLatin1Char(',')) + QStringLiteral(")"));
+        for (; !rs.Eof(); rs.MoveNext()) {
+            const QString clave = Texto(rs.Fields(0)) + QLatin1Char('|') + Texto(rs.Fields(1));
+            if (ncm.contains(clave))
+                continue;
+            std::vector<QVariant> v;
+            for (int i = 0; i < kColumnasNcm.size(); ++i)
+                v.push_back(rs.Fields(i + 2));
+            ncm.insert(clave, v);
+        }
+    }
+    return ncm;
+}
+
+// The special duties by position; of one position only when given.
+QHash<QString, double> LeerDiem(AppContext& ctx, const QString& posicion) {
+    QHash<QString, double> diem;
+    Conexion& cs = ctx.stores().getDataConnectionByEntity(QStringLiteral("SYSTABLAS"));
+    Recordset rs =
+        posicion.isNull()
+            ? cs.Abrir(QStringLiteral("select ncm, diem from diemchina"))
+            : cs.Abrir(QStringLiteral("select ncm, diem from diemchina where ncm = ?"), {posicion});
+    for (; !rs.Eof(); rs.MoveNext())
+        if (!diem.contains(Texto(rs.Fields(0))))
+            diem.insert(Texto(rs.Fields(0)), EsNumero(rs.Fields(1)));
+    return diem;
+}
+
+// The item and its position, as the calculator takes them before its concepts: F reads a
+// column of the item, n is the position's row (none when it is not in the nomenclator), and
+// the three rows are the item's own 010, 011 and 016. Answers whether the position is LAPI.
+bool AlimentarItem(ClassLiquidacion& liq, AppContext& ctx, const QString& sub,
+                   const std::function<QVariant(const char*)>& F, const std::vector<QVariant>* n,
+                   const FilaLiq* f010, const FilaLiq* f011, const FilaLiq* f016,
+                   const QHash<QString, double>& diem) {
+    const QString posicion = Texto(F("ncm"));
+    const QString lista = Texto(F("lista"));
+    liq.setFOBTotalITEM(EsNumero(F("fobtotal")));
+    liq.setFLETETotalITEM(EsNumero(F("itflete")));
+    liq.setSEGUROTotalITEM(EsNumero(F("itseguro")));
+    liq.setAJUSTEINCLUIRtotalITEM(EsNumero(F("ajusteinc")));
+    liq.setAJUSTEDEDUCIRtotalITEM(EsNumero(F("ajusteded")));
+    liq.setItemLISTA_MERCOSUR(lista.toUpper() == QLatin1String("MERCOSUR"));
+    liq.setItemxItmCOFEXP(EsNumero(F("cofexp")));
+    liq.setItemCantidad(EsNumero(F("cantidad")));
+    liq.setItemIdPais(Texto(F("idpais")));
+    liq.setItmComsionesExt(EsNumero(F("itcomext")));
+    liq.setItmImportacionTemporal(EsNumero(F("insumostemp")));
+    liq.setItmImportacionTmpCons(EsNumero(F("insumosacons")));
+    liq.setItemCoeficienteExportacion(EsNumero(F("cofexp")));
+    liq.setItemEstadoMercaderia(Texto(F("estadomerc")));
+    liq.setItemCantidadDerechoEspecifico(EsNumero(F("valorderesp")));
+    liq.setItemCalcularCoeficienteExportacion(ctx.CalcularCoeficiente);
+    liq.setItemLista(lista);
+    liq.setItemMineria(Texto(F("mineria")) == QLatin1String("S"));
+    liq.setncmMineriaTasaLey(1);
+
+    // The position.
+    const auto N = [&](const char* col) {
+        return n ? n->at(static_cast<size_t>(kColumnasNcm.indexOf(QLatin1String(col))))
+                 : QVariant();
+    };
+    if (const FilaLiq* f = f010) {
+        if (EsNumerico(f->porcentaje)) {
+            liq.setNcmDerechodeImportacionExtrazona(EsNumero(f->porcentaje));
+            if (EsNumero(f->porcentaje) > 0)
+                liq.setNcmDerechodeImportacionExtrazonaForce(true);
+        } else {
+            liq.setNcmDerechodeImportacionExtrazona(EsNumero(N("015")));
+        }
+    } else {
+        liq.setNcmDerechodeImportacionExtrazona(0);
+    }
+    if (const FilaLiq* f = f011)
+        liq.setNcmTasaEstadistica(EsNumero(f->porcentaje) > 0 ? EsNumero(f->porcentaje)
+                                                              : EsNumero(N("016")));
+    else
+        liq.setNcmTasaEstadistica(0);
+    if (sub != QLatin1String("IC81") && !SubregimenTemporal(sub)) {
+        liq.setNcmDerechoAdicional(QStringLiteral("0"));
+    } else {
+        const FilaLiq* f = f016;
+        if (f && EsNumero(f->valor) == 1) {
+            liq.setNcmDerechoAdicional(TextoTasa(EsNumero(f->porcentaje)));
+        } else {
+            const auto S = [](const QString& v) { return v == QLatin1String("S"); };
+            QString tasa = QStringLiteral("0");
+            if (S(ctx.FlagDto1439) || S(ctx.FlagD1330A6))
+                tasa = QStringLiteral("24");
+            else if (S(ctx.FlagDto1439A1) || S(ctx.FlagD1330A7))
+                tasa = QStringLiteral("48");
+            else if (S(ctx.FlagD1330A8))
+                tasa = QStringLiteral("72");
+            liq.setNcmDerechoAdicional(tasa);
+        }
+    }
+    liq.GetMarcaImpuestosInternos(posicion);
+    if (n) {
+        liq.setNcmDerechodeExpo(EsNumero(N("018")));
+        liq.setncmCantidadDerechoEspecifico(EsNumero(N("017")));
+        liq.setNcmUnidadDerechoEspecifico(Texto(N("020")));
+        liq.setNcmIndicadorMaximoArancel(EsNumero(N("053")));
+        liq.setncmReintegroFijo(EsNumero(N("019")));
+        liq.setncmReintFijoIntraZona(EsNumero(N("023")));
+        liq.setncmExencionReduccionIVA(EsNumero(N("048")));
+        liq.setncm_AEC(Texto(N("028")));
+        liq.setncmValor_AEC(EsNumero(N("026")));
+    }
+    const bool lapi = Texto(N("059")) == QLatin1String("*");
+    liq.setncmDIEMPREFPorcValor(ctx.config().DIEMCHINA_PrefPorc);
+    liq.setncmDIEMIndMaxArancelValor(ctx.config().DIEMCHINA_IndMaxArancel);
+    const auto itD = diem.constFind(posicion.left(10));
+    liq.setncmCalculaDIEMCHINA(itD != diem.constEnd());
+    if (itD != diem.constEnd())
+        liq.setncmDIEMCHINAValor(itD.value());
+    liq.setCalculoAEC(ctx.CalculoAEC);
+    return lapi;
+}
+
+// The body of Calcular: every failure goes to its caller, which names the section.
+LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QString& interno,
+                                         const std::function<void(const QString&)>& estado) {
+    SentenciasPreparadas preparadas;
+    ClassLiquidacion liq(ctx);
+    LiquidacionOperacion::Resultado res;
+
+    const QString sub = AlimentarCaratula(liq, c, interno);
+
     // What the loop needs, read once: the items, their rows, their positions, the special
     // duties and the advantages already given.
     Recordset items = c.Abrir(
@@ -108,45 +250,12 @@ LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QSt
                 {Texto(rs.Fields(0)), rs.Fields(1), rs.Fields(2), rs.Fields(3), rs.Fields(4),
                  rs.Fields(5), rs.Fields(6), rs.Fields(8)});
     }
-    QHash<QString, std::vector<QVariant>> ncm; // "001" + "|" + "002" -> the columns above
-    {
-        QSet<QString> posiciones;
-        for (items.MoveFirst(); !items.Eof(); items.MoveNext())
-            posiciones.insert(Texto(items.Fields(QStringLiteral("ncm"))).left(10));
-        items.MoveFirst();
-        QStringList cols;
-        for (const QString& col : kColumnasNcm)
-            cols << QLatin1Char('"') + col + QLatin1Char('"');
-        Conexion& cn = ctx.stores().getDataConnectionByEntity(QStringLiteral("NCM"));
-        const QStringList lista(posiciones.begin(), posiciones.end());
-        for (qsizetype desde = 0; desde < lista.size(); desde += 500) {
-            QStringList literales;
-            for (const QString& p : lista.mid(desde, 500))
-                literales << SqlTexto(p);
-            Recordset rs =
-                cn.Abrir(QStringLiteral("select \"001\",\"002\",") + cols.join(QLatin1Char(',')) +
-                         QStringLiteral(" from ncm where \"001\" in (") +
-                         literales.join(QLatin1Char(',')) + QStringLiteral(")"));
-            for (; !rs.Eof(); rs.MoveNext()) {
-                const QString clave = Texto(rs.Fields(0)) + QLatin1Char('|') + Texto(rs.Fields(1));
-                if (ncm.contains(clave))
-                    continue; // the first row of the position, as a lookup finds it
-                std::vector<QVariant> v;
-                for (int i = 0; i < kColumnasNcm.size(); ++i)
-                    v.push_back(rs.Fields(i + 2));
-                ncm.insert(clave, v);
-            }
-        }
-    }
-    QHash<QString, double> diem;
-    {
-        Recordset rs = ctx.stores()
-                           .getDataConnectionByEntity(QStringLiteral("SYSTABLAS"))
-                           .Abrir(QStringLiteral("select ncm, diem from diemchina"));
-        for (; !rs.Eof(); rs.MoveNext())
-            if (!diem.contains(Texto(rs.Fields(0))))
-                diem.insert(Texto(rs.Fields(0)), EsNumero(rs.Fields(1)));
-    }
+    QSet<QString> posiciones;
+    for (items.MoveFirst(); !items.Eof(); items.MoveNext())
+        posiciones.insert(Texto(items.Fields(QStringLiteral("ncm"))).left(10));
+    items.MoveFirst();
+    const QHash<QString, std::vector<QVariant>> ncm = LeerPosiciones(ctx, posiciones);
+    const QHash<QString, double> diem = LeerDiem(ctx, {});
     QSet<long long> conVehiculoPartes;
     {
         Recordset rs = c.Abrir(QStringLiteral("select iditem from itemventaja where interno = ? "
@@ -178,91 +287,15 @@ LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QSt
             return nullptr;
         };
 
-        // The item.
-        liq.setFOBTotalITEM(EsNumero(F("fobtotal")));
-        liq.setFLETETotalITEM(EsNumero(F("itflete")));
-        liq.setSEGUROTotalITEM(EsNumero(F("itseguro")));
-        const double ajInc = EsNumero(F("ajusteinc"));
-        const double ajDed = EsNumero(F("ajusteded"));
-        liq.setAJUSTEINCLUIRtotalITEM(ajInc);
-        liq.setAJUSTEDEDUCIRtotalITEM(ajDed);
-        liq.setItemLISTA_MERCOSUR(lista.toUpper() == QLatin1String("MERCOSUR"));
-        liq.setItemxItmCOFEXP(EsNumero(F("cofexp")));
-        liq.setItemCantidad(EsNumero(F("cantidad")));
-        liq.setItemIdPais(Texto(F("idpais")));
-        liq.setItmComsionesExt(EsNumero(F("itcomext")));
-        liq.setItmImportacionTemporal(EsNumero(F("insumostemp")));
-        liq.setItmImportacionTmpCons(EsNumero(F("insumosacons")));
-        liq.setItemCoeficienteExportacion(EsNumero(F("cofexp")));
-        liq.setItemEstadoMercaderia(Texto(F("estadomerc")));
-        liq.setItemCantidadDerechoEspecifico(EsNumero(F("valorderesp")));
-        liq.setItemCalcularCoeficienteExportacion(ctx.CalcularCoeficiente);
-        liq.setItemLista(lista);
-        liq.setItemMineria(Texto(F("mineria")) == QLatin1String("S"));
-        liq.setncmMineriaTasaLey(1);
-
-        // The position.
+        const FilaLiq* f010 = fila("010");
+        const FilaLiq* f011 = fila("011");
+        const FilaLiq* f016 = fila("016");
         const auto itN =
             ncm.constFind(posicion.left(10) + QLatin1Char('|') + posicion.right(4).left(3));
         const std::vector<QVariant>* n = itN == ncm.constEnd() ? nullptr : &itN.value();
-        const auto N = [&](const char* col) {
-            return n ? n->at(static_cast<size_t>(kColumnasNcm.indexOf(QLatin1String(col))))
-                     : QVariant();
-        };
-        if (const FilaLiq* f = fila("010")) {
-            if (EsNumerico(f->porcentaje)) {
-                liq.setNcmDerechodeImportacionExtrazona(EsNumero(f->porcentaje));
-                if (EsNumero(f->porcentaje) > 0)
-                    liq.setNcmDerechodeImportacionExtrazonaForce(true);
-            } else {
-                liq.setNcmDerechodeImportacionExtrazona(EsNumero(N("015")));
-            }
-        } else {
-            liq.setNcmDerechodeImportacionExtrazona(0);
-        }
-        if (const FilaLiq* f = fila("011"))
-            liq.setNcmTasaEstadistica(EsNumero(f->porcentaje) > 0 ? EsNumero(f->porcentaje)
-                                                                  : EsNumero(N("016")));
-        else
-            liq.setNcmTasaEstadistica(0);
-        if (sub != QLatin1String("IC81") && !SubregimenTemporal(sub)) {
-            liq.setNcmDerechoAdicional(QStringLiteral("0"));
-        } else {
-            const FilaLiq* f = fila("016");
-            if (f && EsNumero(f->valor) == 1) {
-                liq.setNcmDerechoAdicional(TextoTasa(EsNumero(f->porcentaje)));
-            } else {
-                const auto S = [](const QString& v) { return v == QLatin1String("S"); };
-                QString tasa = QStringLiteral("0");
-                if (S(ctx.FlagDto1439) || S(ctx.FlagD1330A6))
-                    tasa = QStringLiteral("24");
-                else if (S(ctx.FlagDto1439A1) || S(ctx.FlagD1330A7))
-                    tasa = QStringLiteral("48");
-                else if (S(ctx.FlagD1330A8))
-                    tasa = QStringLiteral("72");
-                liq.setNcmDerechoAdicional(tasa);
-            }
-        }
-        liq.GetMarcaImpuestosInternos(posicion);
-        if (n) {
-            liq.setNcmDerechodeExpo(EsNumero(N("018")));
-            liq.setncmCantidadDerechoEspecifico(EsNumero(N("017")));
-            liq.setNcmUnidadDerechoEspecifico(Texto(N("020")));
-            liq.setNcmIndicadorMaximoArancel(EsNumero(N("053")));
-            liq.setncmReintegroFijo(EsNumero(N("019")));
-            liq.setncmReintFijoIntraZona(EsNumero(N("023")));
-            liq.setncmExencionReduccionIVA(EsNumero(N("048")));
-            liq.setncm_AEC(Texto(N("028")));
-            liq.setncmValor_AEC(EsNumero(N("026")));
-        }
-        const bool lapi = Texto(N("059")) == QLatin1String("*");
-        liq.setncmDIEMPREFPorcValor(ctx.config().DIEMCHINA_PrefPorc);
-        liq.setncmDIEMIndMaxArancelValor(ctx.config().DIEMCHINA_IndMaxArancel);
-        const auto itD = diem.constFind(posicion.left(10));
-        liq.setncmCalculaDIEMCHINA(itD != diem.constEnd());
-        if (itD != diem.constEnd())
-            liq.setncmDIEMCHINAValor(itD.value());
-        liq.setCalculoAEC(ctx.CalculoAEC);
+        const bool lapi = AlimentarItem(liq, ctx, sub, F, n, f010, f011, f016, diem);
+        const double ajInc = liq.AJUSTEINCLUIRtotalITEM();
+        const double ajDed = liq.AJUSTEDEDUCIRtotalITEM();
 
         // The automotive regime.
         if ((liq.CalculoAEC() == QLatin1String("R") ||
@@ -475,6 +508,48 @@ LiquidacionOperacion::Resultado Liquidar(AppContext& ctx, Conexion& c, const QSt
 }
 
 } // namespace
+
+LiquidacionOperacion::ValoresItem LiquidacionOperacion::Item(const QString& interno, long long id) {
+    ClassLiquidacion liq(ctx_);
+    const QString sub = AlimentarCaratula(liq, c_, interno);
+    Recordset item = c_.Abrir(QStringLiteral("select * from item where interno = ? and id = ?"),
+                              {interno, static_cast<double>(id)});
+    ValoresItem v;
+    if (!IsRecord(item))
+        return v;
+    std::vector<FilaLiq> suyas;
+    for (Recordset rs = c_.Abrir(QStringLiteral("select idconceptos, porcentaje, porcentajeb, "
+                                                "baseimp, valor, pgc, motivo, total from itemliq "
+                                                "where interno = ? and iditem = ? and "
+                                                "idconceptos in ('010','011','016')"),
+                                 {interno, static_cast<double>(id)});
+         !rs.Eof(); rs.MoveNext())
+        suyas.push_back({Texto(rs.Fields(0)), rs.Fields(1), rs.Fields(2), rs.Fields(3),
+                         rs.Fields(4), rs.Fields(5), rs.Fields(6), rs.Fields(7)});
+    const auto fila = [&](const char* concepto) -> const FilaLiq* {
+        for (const FilaLiq& f : suyas)
+            if (f.concepto == QLatin1String(concepto))
+                return &f;
+        return nullptr;
+    };
+    const QString posicion = Texto(item.Fields(QStringLiteral("ncm")));
+    const auto ncm = LeerPosiciones(ctx_, {posicion.left(10)});
+    const auto itN =
+        ncm.constFind(posicion.left(10) + QLatin1Char('|') + posicion.right(4).left(3));
+    const std::vector<QVariant>* n = itN == ncm.constEnd() ? nullptr : &itN.value();
+    v.enNomenclador = n != nullptr;
+    const auto F = [&](const char* campo) { return item.Fields(QString::fromLatin1(campo)); };
+    v.lapi = AlimentarItem(liq, ctx_, sub, F, n, fila("010"), fila("011"), fila("016"),
+                           LeerDiem(ctx_, posicion.left(10)));
+    v.baseImp = liq.ObtenerBaseImponible();
+    v.baseIVA = liq.ObtenerBaseIVA();
+    v.fobUs = liq.ObtenerFobItemUS();
+    v.fleteUs = liq.ObtenerFLETEItemUs();
+    v.seguroUs = liq.ObtenerSEGUROItemUs();
+    v.ajusteIncUs = liq.ObtenerAjusteIncUs();
+    v.ajusteDedUs = liq.ObtenerAjusteDedUs();
+    return v;
+}
 
 LiquidacionOperacion::LiquidacionOperacion(AppContext& ctx, Conexion& c) : ctx_(ctx), c_(c) {}
 

@@ -32,6 +32,16 @@ public:
     Resultado Calcular(const QString& interno,
                        const std::function<void(const QString&)>& estado = {});
 
+    // One item as its view shows it: the calculator fed with the header, the item and its
+    // position as the run feeds them, without writing anything.
+    struct ValoresItem {
+        bool enNomenclador = false; // the position has a row in the nomenclator
+        double baseImp = 0, baseIVA = 0;
+        double fobUs = 0, fleteUs = 0, seguroUs = 0, ajusteIncUs = 0, ajusteDedUs = 0;
+        bool lapi = false;
+    };
+    ValoresItem Item(const QString& interno, long long id);
+
 private:
     AppContext& ctx_;
     Conexion& c_;
