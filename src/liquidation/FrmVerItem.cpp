@@ -756,9 +756,10 @@ void FrmVerItem::ListaDeLista() {
         const QStringList elegida = listado.Mostrar(TxtIdpais_->text(), TxtIdproc_->text());
         if (elegida.isEmpty())
             return;
-        TxtLista_->setText(elegida.at(0));
-        if (elegida.at(0) == QLatin1String("314/R.AUTOMOTRIZ") ||
-            elegida.at(0) == QLatin1String("MERCOSUR"))
+        // The rows are the country and the list it belongs to.
+        const QString lista = elegida.value(1);
+        TxtLista_->setText(lista);
+        if (lista == QLatin1String("314/R.AUTOMOTRIZ") || lista == QLatin1String("MERCOSUR"))
             ctx_.LiquidacionPendiente = true;
     } catch (const KorvenError& e) {
         Reportar(QStringLiteral("TxtLista"), 1, e.numero(), e.descripcion());

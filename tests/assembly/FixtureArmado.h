@@ -4,6 +4,7 @@
 // component, and helpers to write an Operation's header and goods lines and to read back rows
 // of any table as text.
 
+#include "assembly/ArmadoItems.h"
 #include "assembly/CorridaArmado.h"
 #include "goods/PantallasNomenclador.h"
 #include "platform/AppContext.h"
@@ -12,11 +13,13 @@
 #include "platform/KorvenError.h"
 #include "platform/ValueRules.h"
 #include "schema/Esquema.h"
+#include "schema/OperacionesDemo.h"
 #include "support/TestStores.h"
 
 #include <QStringList>
 #include <QTest>
 #include <functional>
+#include <memory>
 
 namespace korven::test {
 
@@ -24,6 +27,22 @@ inline void PrepararArmado(TestStores& ts) {
     schema::CrearOActualizar(ts.stores());
     schema::CargarDatosReferencia(ts.stores(), schema::CarpetaDatos(ts.directorio()));
     RegistrarComponentesNomenclador(ts.ctx().componentes());
+}
+
+// Stores with the demo Operations, one of them assembled by the run (its questions answered
+// no); the messages of the run are forgotten.
+inline std::unique_ptr<TestStores> DemoArmada(Motor motor, const QString& interno) {
+    auto ts = std::make_unique<TestStores>(motor);
+    PrepararArmado(*ts);
+    schema::OperacionesDemo(ts->stores(), schema::CarpetaDatos(ts->directorio())).Cargar();
+    ts->dialogos().ResponderSiempre(false);
+    ts->ctx().ArmadoResultado = QStringLiteral("SI");
+    ProgresoArmado sinVentana;
+    ArmadoItems(ts->ctx(), interno, sinVentana).Ejecutar();
+    if (ts->ctx().ArmadoResultado != QLatin1String("SI"))
+        qFatal("El armado de la demostración falló");
+    ts->dialogos().Limpiar();
+    return ts;
 }
 
 // "columna=valor;columna=valor" as an insert into the table. Values are bound as text, which

@@ -56,24 +56,16 @@ void Campo(const char* nombre, QWidget* f, const QString& texto) {
         Escribir(texto);
 }
 
-void FilasMotorSeparador() {
-    QTest::addColumn<int>("motor");
-    QTest::addColumn<QString>("separador");
-    for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
-        for (const char* s : {",", "."})
-            QTest::newRow(ConMotor(s, m).constData()) << static_cast<int>(m) << QString(s);
-}
-
 } // namespace
 
 class TestProrrateos : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void agregarYEliminar_data() { FilasMotorSeparador(); }
+    void agregarYEliminar_data() { FilasDeMotoresYSeparadores("separador"); }
     void agregarYEliminar();
     void listaVacia_data() { FilasDeMotores(); }
     void listaVacia();
-    void elegir_data() { FilasMotorSeparador(); }
+    void elegir_data() { FilasDeMotoresYSeparadores("separador"); }
     void elegir();
     void desdeLaCaratula();
 };

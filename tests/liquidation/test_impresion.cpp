@@ -2,12 +2,10 @@
 // item and for item 0, the refusal of a reversed range, two workstations printing at once, and
 // the PDF of korven-admin imprimir read back as text; under "," and "." on both engines.
 
-#include "assembly/ArmadoItems.h"
 #include "assembly/FixtureArmado.h"
 #include "liquidation/AdminImpresion.h"
 #include "liquidation/FrmPrintItem.h"
 #include "liquidation/ImpresionLiquidacion.h"
-#include "schema/OperacionesDemo.h"
 #include "support/Pantallazo.h"
 
 #include <QCheckBox>
@@ -27,32 +25,12 @@ namespace {
 
 const QString kOp = QStringLiteral("DEMO-IC04-001");
 
-// The demo Operation assembled and liquidated, with an apostrophe in the information of item 1.
+// The demo Operation assembled, with an apostrophe in the information of item 1.
 std::unique_ptr<TestStores> Armada(Motor motor) {
-    auto ts = std::make_unique<TestStores>(motor);
-    PrepararArmado(*ts);
-    schema::OperacionesDemo(ts->stores(), schema::CarpetaDatos(ts->directorio())).Cargar();
-    ts->dialogos().ResponderSiempre(false);
-    ts->ctx().ArmadoResultado = QStringLiteral("SI");
-    ProgresoArmado sinVentana;
-    ArmadoItems(ts->ctx(), kOp, sinVentana).Ejecutar();
-    if (ts->ctx().ArmadoResultado != QLatin1String("SI"))
-        qFatal("El armado de la demostración falló");
+    auto ts = DemoArmada(motor, kOp);
     Insertar(*ts, QStringLiteral("iteminfo"),
              QStringLiteral("interno=%1;iditem=1;idinfo=ORIGEN;valor=O'Higgins 1").arg(kOp));
-    ts->dialogos().Limpiar();
     return ts;
-}
-
-void FilasMotorSeparador() {
-    QTest::addColumn<int>("motor");
-    QTest::addColumn<QString>("sep");
-    for (const char* s : {",", "."}) {
-        QTest::newRow(qPrintable(QStringLiteral("sqlite %1").arg(s)))
-            << static_cast<int>(Motor::SQLite) << QString::fromLatin1(s);
-        QTest::newRow(qPrintable(QStringLiteral("postgresql %1").arg(s)))
-            << static_cast<int>(Motor::PostgreSQL) << QString::fromLatin1(s);
-    }
 }
 
 // Columns cut or padded to their widths and joined by a blank; "~" is the decimal separator.
@@ -74,7 +52,7 @@ QString Importe(const QString& numero, const QString& sep) {
 class TestImpresion : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void listado_data() { FilasMotorSeparador(); }
+    void listado_data() { FilasDeMotoresYSeparadores(); }
     // Item 1 line by line; item 2, with no concept above 0, has no liquidation block; item 0
     // shows the totals of liqcero, without its internal rows.
     void listado() {
@@ -175,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(ts->dialogos().todo(), QStringList());
     }
 
-    void puestosYPantalla_data() { FilasMotorSeparador(); }
+    void puestosYPantalla_data() { FilasDeMotoresYSeparadores(); }
     // Two workstations print at once without mixing their lines; the screen refuses a reversed
     // range and leaves its lines; the screen and the preview as a clerk sees them.
     void puestosYPantalla() {
@@ -261,7 +239,7 @@ private Q_SLOTS:
         QCOMPARE(local.LineasDeTabla(), impresas);
     }
 
-    void pdf_data() { FilasMotorSeparador(); }
+    void pdf_data() { FilasDeMotoresYSeparadores(); }
     // korven-admin imprimir: the PDF read as text shows item 0's totals and every item's
     // liquidation rows as the stores hold them.
     void pdf() {

@@ -118,4 +118,13 @@ void FilasDeMotores() {
     QTest::newRow("postgresql") << static_cast<int>(Motor::PostgreSQL);
 }
 
+void FilasDeMotoresYSeparadores(const char* columna) {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<QString>(columna);
+    for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
+        for (const char* s : {",", "."})
+            QTest::addRow("%s %s", m == Motor::SQLite ? "sqlite" : "postgresql", s)
+                << static_cast<int>(m) << QString::fromLatin1(s);
+}
+
 } // namespace korven::test

@@ -51,6 +51,8 @@ private:
 // Adds the two rows "sqlite" and "postgresql" with a column "motor" (int of Motor) to a
 // data-driven test; use MOTOR_O_SALTAR() at the start of the test function.
 void FilasDeMotores();
+// The same rows, each under both decimal separators: a second column of that name with "," or ".".
+void FilasDeMotoresYSeparadores(const char* columna = "sep");
 #define MOTOR_O_SALTAR()                                                                           \
     QFETCH(int, motor);                                                                            \
     do {                                                                                           \
