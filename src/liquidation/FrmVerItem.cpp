@@ -143,6 +143,7 @@ void FrmVerItem::ConstruirPantalla() {
     auto* barra = new QHBoxLayout;
     barra->addWidget(new QLabel(QStringLiteral("Item:"), this));
     barra->addWidget(etiqueta("LbPos", QStringLiteral("00 / 00")));
+    barra->addWidget(etiqueta("lbNCM"));
     Scr_ = new QScrollBar(Qt::Horizontal, this);
     Scr_->setObjectName(QStringLiteral("Scr"));
     Scr_->setPageStep(1);
@@ -155,7 +156,6 @@ void FrmVerItem::ConstruirPantalla() {
     TxtItem_->setMaximumWidth(60);
     TxtItem_->installEventFilter(this);
     barra->addWidget(TxtItem_);
-    barra->addWidget(etiqueta("lbNCM"));
     barra->addWidget(etiqueta("LbLapi", QStringLiteral("LAPI")));
     barra->addWidget(etiqueta("lbAutoliq", QStringLiteral("AUTOLIQUIDACION")));
     barra->addWidget(etiqueta("lbEstampilla"));
@@ -321,6 +321,7 @@ void FrmVerItem::ConstruirPantalla() {
                       QStringLiteral("Base Imp."), QStringLiteral("Total"), QStringLiteral("PGC"),
                       QStringLiteral("Motivo")});
     GrdLiq_->installEventFilter(this);
+    GrdLiq_->setColumnWidth(1, 300);
     GrdLiq_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(GrdLiq_, &QWidget::customContextMenuRequested, this, [this](const QPoint& p) {
         QMenu menu(this);
