@@ -263,6 +263,7 @@ void FrmVerItem::ConstruirPantalla() {
     totales->addWidget(etiqueta("LbTotGarantizar", kDos));
     totales->addSpacing(24);
     totales->addWidget(new QLabel(QStringLiteral("Total a Cobrar"), this));
+    totales->addSpacing(6);
     totales->addWidget(etiqueta("LbTotCobrar", kDos));
     totales->addStretch(1);
     totales->addWidget(etiqueta("lbEstado"));
@@ -382,7 +383,7 @@ void FrmVerItem::ConstruirPantalla() {
     connect(eliminarVen, &QPushButton::clicked, this,
             [this] { Teclas(LstVentajas_, Qt::Key_Delete, Qt::NoModifier); });
     sTab_->setCurrentIndex(3);
-    resize(1000, 680);
+    resize(1000, 650);
 }
 
 void FrmVerItem::Reportar(const QString& rutina, int linea, int numero,
