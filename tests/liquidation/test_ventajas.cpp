@@ -54,19 +54,28 @@ QString Estado(TestStores& ts) {
         .join(QLatin1Char(' '));
 }
 
-struct Caso {
-    const char* n;
-    const char* lista; // "V" advantages, "I" information
-    int item;
-    const char* codigo; // picked, or removed
-    const char* antes;  // rows of V-1 as in TablasOperacion
-    const char* valor;  // the value typed for information; "-" cancels the box
-    bool resultado;
-    const char* estado;
-    QStringList dichos; // "title|icon|text"; "*" stands for the store's own text
-};
+// Cases written one a line as "name ; field ; field ..." (fields trimmed), each on both engines
+// (column "f") and, when asked, under both decimal separators (column "sep").
+void Casos(const char* texto, bool separadores = false) {
+    QTest::addColumn<int>("motor");
+    QTest::addColumn<QString>("sep");
+    QTest::addColumn<QStringList>("f");
+    for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
+        for (const QString& sep : separadores ? QStringList{",", "."} : QStringList{"."})
+            for (const QString& l : QString::fromUtf8(texto).split(u'\n', Qt::SkipEmptyParts)) {
+                QStringList f = l.split(u';');
+                for (QString& x : f)
+                    x = x.trimmed();
+                QTest::addRow("%s %s%s", m == Motor::SQLite ? "sqlite" : "postgresql",
+                              qPrintable(f.first()), separadores ? qPrintable(sep) : "")
+                    << static_cast<int>(m) << sep << f;
+            }
+}
 
-void Comparar(const QStringList& vistos, const QStringList& dichos) {
+// The messages shown against those expected ("title|icon|text", several joined by "\n"); "*"
+// in one stands for the store's own text.
+void Comparar(const QStringList& vistos, const QString& esperados) {
+    const QStringList dichos = esperados.split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(vistos.size(), dichos.size());
     for (int i = 0; i < vistos.size(); ++i) {
         const QStringList partes = dichos[i].split(QLatin1Char('*'));
@@ -76,9 +85,26 @@ void Comparar(const QStringList& vistos, const QStringList& dichos) {
     }
 }
 
-} // namespace
+// V-1 with the rows of the list ("V" advantages as item,code, "I" information as
+// item,code,value; "/" between rows).
+std::unique_ptr<TestStores> ConLista(int motor, const QString& lista, const QString& filas) {
+    const QString tabla = lista == QLatin1String("V")
+                              ? QStringLiteral("itemventaja:iditem,idventaja|")
+                              : QStringLiteral("iteminfo:iditem,idinfo,valor|");
+    return Stores(static_cast<Motor>(motor),
+                  filas.isEmpty() ? QString() : tabla + QString(filas).replace(u'/', u'|'));
+}
 
-Q_DECLARE_METATYPE(Caso)
+ListasItem::Lista De(const QString& lista) {
+    return lista == QLatin1String("V") ? ListasItem::Lista::Ventajas
+                                       : ListasItem::Lista::Informacion;
+}
+
+const char* const kYaEsta = "KORVEN|3|Este item ya esta ingresado.";
+const char* const kValorDJAI =
+    "KORVEN|0|Ingrese el Valor de: NUMERO DE DECLARACION JURADA ANTICIPADA";
+
+} // namespace
 
 class TestVentajas : public QObject {
     Q_OBJECT
@@ -97,217 +123,83 @@ private Q_SLOTS:
     void listasPresupuesto();
 };
 
-const char* const kAvP = "itemventaja:iditem,idventaja";
-const char* const kInf = "iteminfo:iditem,idinfo,valor";
-
+// name ; list ; item ; code picked ; rows before ; value typed ("-" cancels) ; answer ; rows
+// after (see Estado) ; messages. "roto" has the items' table gone once item 0 took its row:
+// that row goes back too.
 void TestVentajas::agregar_data() {
-    const QString yaEsta = QStringLiteral("KORVEN|3|Este item ya esta ingresado.");
-    CasosPorMotor<Caso>({
-        {"item 0 a todos, item 2 ya la tenia",
-         "V",
-         0,
-         "BKREDUCCION",
-         "itemventaja:iditem,idventaja|2,BKREDUCCION",
-         "",
-         true,
-         "0|BKREDUCCION 1|BKREDUCCION 2|BKREDUCCION 3|BKREDUCCION lman:",
-         {}},
-        {"item normal", "V", 2, "MUESTRAEXPO", "", "", true, "2|MUESTRAEXPO lman:", {}},
-        {"ya esta",
-         "V",
-         2,
-         "BKREDUCCION",
-         "itemventaja:iditem,idventaja|2,BKREDUCCION",
-         "",
-         false,
-         "2|BKREDUCCION lman:",
-         {yaEsta}},
-        {"autoliquidacion en item 0 marca los items que toca",
-         "V",
-         0,
-         "AUTOLIQLIBREIMP",
-         "itemventaja:iditem,idventaja|1,AUTOLIQLIBREIMP",
-         "",
-         true,
-         "0|AUTOLIQLIBREIMP 1|AUTOLIQLIBREIMP 2|AUTOLIQLIBREIMP 3|AUTOLIQLIBREIMP lman: 0 2 3",
-         {}},
-        {"autoliquidacion en un item",
-         "V",
-         3,
-         "AUTOLIQLIBREEXP",
-         "",
-         "",
-         true,
-         "3|AUTOLIQLIBREEXP lman: 3",
-         {}},
-        {"nada elegido", "V", 1, "", "", "", false, "lman:", {}},
-        {"informacion con su valor",
-         "I",
-         1,
-         "DJAI",
-         "",
-         "O'Brien 12/26",
-         true,
-         "1|DJAI|O'Brien 12/26 lman:",
-         {"KORVEN|0|Ingrese el Valor de: NUMERO DE DECLARACION JURADA ANTICIPADA"}},
-        {"informacion en item 0",
-         "I",
-         0,
-         "CERTORIGEN",
-         "iteminfo:iditem,idinfo,valor|3,CERTORIGEN,B-7",
-         "A-1",
-         true,
-         "0|CERTORIGEN|A-1 1|CERTORIGEN|A-1 2|CERTORIGEN|A-1 3|CERTORIGEN|B-7 lman:",
-         {"KORVEN|0|Ingrese el Valor de: NUMERO DE CERTIFICADO DE ORIGEN"}},
-        {"informacion ya esta",
-         "I",
-         3,
-         "CERTORIGEN",
-         "iteminfo:iditem,idinfo,valor|3,CERTORIGEN,B-7",
-         "",
-         false,
-         "3|CERTORIGEN|B-7 lman:",
-         {yaEsta}},
-        {"valor cancelado",
-         "I",
-         1,
-         "DJAI",
-         "",
-         "-",
-         false,
-         "lman:",
-         {"KORVEN|0|Ingrese el Valor de: NUMERO DE DECLARACION JURADA ANTICIPADA"}},
-        // The items' table gone after item 0 took its row: that row goes back too.
-        {"error del almacen",
-         "V",
-         0,
-         "AUTOLIQLIBREEXP",
-         "",
-         "",
-         false,
-         "",
-         {"KORVEN|1|* - seccion[CmdAgregarVen.FrmVerItem.KORVEN]::"}},
-    });
+    const QString t = QStringLiteral(R"(
+item 0 a todos, item 2 ya la tenia ; V ; 0 ; BKREDUCCION ; 2,BKREDUCCION ; ; 1 ; 0|BKREDUCCION 1|BKREDUCCION 2|BKREDUCCION 3|BKREDUCCION lman: ;
+ya esta ; V ; 2 ; BKREDUCCION ; 2,BKREDUCCION ; ; 0 ; 2|BKREDUCCION lman: ; YA
+autoliquidacion en item 0 ; V ; 0 ; AUTOLIQLIBREIMP ; 1,AUTOLIQLIBREIMP ; ; 1 ; 0|AUTOLIQLIBREIMP 1|AUTOLIQLIBREIMP 2|AUTOLIQLIBREIMP 3|AUTOLIQLIBREIMP lman: 0 2 3 ;
+autoliquidacion en un item ; V ; 3 ; AUTOLIQLIBREEXP ; ; ; 1 ; 3|AUTOLIQLIBREEXP lman: 3 ;
+nada elegido ; V ; 1 ; ; ; ; 0 ; lman: ;
+informacion con su valor ; I ; 1 ; DJAI ; ; O'Brien 12/26 ; 1 ; 1|DJAI|O'Brien 12/26 lman: ; DJAI
+informacion en item 0 ; I ; 0 ; CERTORIGEN ; 3,CERTORIGEN,B-7 ; A-1 ; 1 ; 0|CERTORIGEN|A-1 1|CERTORIGEN|A-1 2|CERTORIGEN|A-1 3|CERTORIGEN|B-7 lman: ; KORVEN|0|Ingrese el Valor de: NUMERO DE CERTIFICADO DE ORIGEN
+informacion ya esta ; I ; 3 ; CERTORIGEN ; 3,CERTORIGEN,B-7 ; ; 0 ; 3|CERTORIGEN|B-7 lman: ; YA
+valor cancelado ; I ; 1 ; DJAI ; ; - ; 0 ; lman: ; DJAI
+roto ; V ; 0 ; AUTOLIQLIBREEXP ; ; ; 0 ; lman: ; KORVEN|1|* - seccion[CmdAgregarVen.FrmVerItem.KORVEN]::
+)")
+                          .replace(QStringLiteral("; YA"), QLatin1String("; ") + kYaEsta)
+                          .replace(QStringLiteral("; DJAI\n"),
+                                   QLatin1String("; ") + kValorDJAI + QLatin1Char('\n'));
+    Casos(t.toUtf8().constData());
 }
 
 void TestVentajas::agregar() {
     MOTOR_O_SALTAR();
-    QFETCH(Caso, c);
-    auto ts = Stores(static_cast<Motor>(motor), QString::fromUtf8(c.antes));
-    const bool informacion = QByteArray(c.lista) == "I";
+    QFETCH(QStringList, f);
+    auto ts = ConLista(motor, f[1], f[4]);
     QString listaPedida;
-    const QString codigo = QString::fromUtf8(c.codigo);
     ts->ctx().pantallas().Registrar(
         QStringLiteral("FrmVentajas"), [&](AppContext& ctx, const QVariantMap& args) {
             listaPedida = args.value(QStringLiteral("lista")).toString();
-            ctx.VentajaElegida = codigo;
-            return QVariant(codigo);
+            ctx.VentajaElegida = f[3];
+            return QVariant(f[3]);
         });
-    ts->ctx().VentajaElegida = QStringLiteral("ANTERIOR");
-    if (QByteArray(c.valor) == "-")
+    if (f[5] == QLatin1String("-"))
         ts->dialogos().ResponderCancelar();
-    else if (*c.valor)
-        ts->dialogos().ResponderTexto(QString::fromUtf8(c.valor));
-    const bool roto = QByteArray(c.n) == "error del almacen";
-    if (roto)
-        ts->conexion(QStringLiteral("INTERNOS"))
-            .Ejecutar(QStringLiteral("alter table item rename to item_roto"));
-    const bool r = ListasItem(ts->ctx()).Agregar(
-        informacion ? ListasItem::Lista::Informacion : ListasItem::Lista::Ventajas, kI, c.item);
-    if (roto) {
-        ts->conexion(QStringLiteral("INTERNOS"))
-            .Ejecutar(QStringLiteral("alter table item_roto rename to item"));
-        QCOMPARE(Estado(*ts), QStringLiteral("lman:"));
-    } else {
-        QCOMPARE(Estado(*ts), QString::fromUtf8(c.estado));
-    }
-    QCOMPARE(r, c.resultado);
-    QCOMPARE(listaPedida, informacion ? QStringLiteral("informacion") : QStringLiteral("ventajas"));
-    QCOMPARE(ts->ctx().VentajaElegida, codigo);
+    else if (!f[5].isEmpty())
+        ts->dialogos().ResponderTexto(f[5]);
+    Conexion& c = ts->conexion(QStringLiteral("INTERNOS"));
+    if (f[0] == QLatin1String("roto"))
+        c.Ejecutar(QStringLiteral("alter table item rename to item_roto"));
+    const bool r = ListasItem(ts->ctx()).Agregar(De(f[1]), kI, f[2].toLongLong());
+    if (f[0] == QLatin1String("roto"))
+        c.Ejecutar(QStringLiteral("alter table item_roto rename to item"));
+    QCOMPARE(Estado(*ts), f[7]);
+    QCOMPARE(r, f[6] == QLatin1String("1"));
+    QCOMPARE(listaPedida, f[1] == QLatin1String("V") ? QStringLiteral("ventajas")
+                                                     : QStringLiteral("informacion"));
     QVERIFY(ts->dialogos().guionAgotado());
-    Comparar(Dichos(*ts), c.dichos);
+    Comparar(Dichos(*ts), f[8]);
 }
 
+// name ; list ; item ; code removed ; rows before ; answer ; rows after ; message. Each case
+// starts with its item and item 3 marked; the mark goes only with the two self-assessment
+// advantages, from the item the removal was asked on.
 void TestVentajas::eliminar_data() {
-    CasosPorMotor<Caso>({
-        {"ventaja de item 0 en un item",
-         "V",
-         1,
-         "BKREDUCCION",
-         "itemventaja:iditem,idventaja|0,BKREDUCCION|1,BKREDUCCION",
-         "",
-         false,
-         "0|BKREDUCCION 1|BKREDUCCION lman:",
-         {"KORVEN|3|No se puede eliminar esta Ventaja. Debe eliminar la misma en el ITEM 0 "
-          "(cero)"}},
-        {"informacion de item 0 en un item",
-         "I",
-         2,
-         "DJAI",
-         "iteminfo:iditem,idinfo,valor|0,DJAI,X|2,DJAI,X",
-         "",
-         false,
-         "0|DJAI|X 2|DJAI|X lman:",
-         {"KORVEN|3|No se puede eliminar esta Información. Debe eliminar el mismo en el ITEM 0 "
-          "(cero)"}},
-        {"en item 0 de todos",
-         "V",
-         0,
-         "BKREDUCCION",
-         "itemventaja:iditem,idventaja|0,BKREDUCCION|1,BKREDUCCION|3,BKREDUCCION|3,MUESTRAEXPO",
-         "",
-         true,
-         "3|MUESTRAEXPO lman:",
-         {}},
-        {"informacion en item 0 de todos",
-         "I",
-         0,
-         "DJAI",
-         "iteminfo:iditem,idinfo,valor|0,DJAI,X|2,DJAI,Y|2,CERTORIGEN,Z",
-         "",
-         true,
-         "2|CERTORIGEN|Z lman:",
-         {}},
-        {"solo el item",
-         "V",
-         1,
-         "MUESTRAEXPO",
-         "itemventaja:iditem,idventaja|1,MUESTRAEXPO|2,MUESTRAEXPO",
-         "",
-         true,
-         "2|MUESTRAEXPO lman:",
-         {}},
-        {"autoliquidacion desmarca el item",
-         "V",
-         2,
-         "AUTOLIQLIBREIMP",
-         "itemventaja:iditem,idventaja|2,AUTOLIQLIBREIMP|3,AUTOLIQLIBREIMP",
-         "",
-         true,
-         "3|AUTOLIQLIBREIMP lman: 3",
-         {}},
-    });
+    Casos(R"(
+ventaja de item 0 en un item ; V ; 1 ; BKREDUCCION ; 0,BKREDUCCION/1,BKREDUCCION ; 0 ; 0|BKREDUCCION 1|BKREDUCCION lman: 1 3 ; KORVEN|3|No se puede eliminar esta Ventaja. Debe eliminar la misma en el ITEM 0 (cero)
+informacion de item 0 en un item ; I ; 2 ; DJAI ; 0,DJAI,X/2,DJAI,X ; 0 ; 0|DJAI|X 2|DJAI|X lman: 2 3 ; KORVEN|3|No se puede eliminar esta Información. Debe eliminar el mismo en el ITEM 0 (cero)
+en item 0 de todos ; V ; 0 ; BKREDUCCION ; 0,BKREDUCCION/1,BKREDUCCION/3,BKREDUCCION/3,MUESTRAEXPO ; 1 ; 3|MUESTRAEXPO lman: 0 3 ;
+informacion en item 0 de todos ; I ; 0 ; DJAI ; 0,DJAI,X/2,DJAI,Y/2,CERTORIGEN,Z ; 1 ; 2|CERTORIGEN|Z lman: 0 3 ;
+solo el item ; V ; 1 ; MUESTRAEXPO ; 1,MUESTRAEXPO/2,MUESTRAEXPO ; 1 ; 2|MUESTRAEXPO lman: 1 3 ;
+autoliquidacion desmarca el item ; V ; 2 ; AUTOLIQLIBREIMP ; 2,AUTOLIQLIBREIMP/3,AUTOLIQLIBREIMP ; 1 ; 3|AUTOLIQLIBREIMP lman: 3 ;
+autoliquidacion en item 0 ; V ; 0 ; AUTOLIQLIBREEXP ; 0,AUTOLIQLIBREEXP/3,AUTOLIQLIBREEXP ; 1 ; lman: 3 ;
+)");
 }
 
 void TestVentajas::eliminar() {
     MOTOR_O_SALTAR();
-    QFETCH(Caso, c);
-    auto ts = Stores(static_cast<Motor>(motor), QString::fromUtf8(c.antes));
+    QFETCH(QStringList, f);
+    auto ts = ConLista(motor, f[1], f[4]);
     ts->conexion(QStringLiteral("INTERNOS"))
         .Ejecutar(QStringLiteral("update item set lman = 'M' where interno = ? and id in (?, 3)"),
-                  {kI, c.item});
-    const bool informacion = QByteArray(c.lista) == "I";
-    const bool r = ListasItem(ts->ctx()).Eliminar(informacion ? ListasItem::Lista::Informacion
-                                                              : ListasItem::Lista::Ventajas,
-                                                  kI, c.item, QString::fromUtf8(c.codigo));
-    // Every case starts with its item (and item 3) marked; the mark goes only with the two
-    // self-assessment advantages.
-    QString esperado = QString::fromUtf8(c.estado);
-    if (!QByteArray(c.codigo).startsWith("AUTOLIQ"))
-        esperado += c.item == 3 ? QStringLiteral(" 3") : QStringLiteral(" %1 3").arg(c.item);
-    QCOMPARE(Estado(*ts), esperado);
-    QCOMPARE(r, c.resultado);
-    Comparar(Dichos(*ts), c.dichos);
+                  {kI, f[2].toLongLong()});
+    const bool r = ListasItem(ts->ctx()).Eliminar(De(f[1]), kI, f[2].toLongLong(), f[3]);
+    QCOMPARE(Estado(*ts), f[6]);
+    QCOMPARE(r, f[5] == QLatin1String("1"));
+    Comparar(Dichos(*ts), f[7]);
 }
 
 void TestVentajas::eliminarConcepto() {
@@ -354,63 +246,36 @@ void TestVentajas::elegirEnPantalla() {
     QCOMPARE(Dichos(*ts), QStringList());
 }
 
-// FrmAdCon on item 1: a = mode|concept code|pgc|rate typed|base typed|motive key ("F6" lists
-// the motives) ; existing rows of item 1 as code,total,valor (after "+", written once the screen
-// is open); the total the screen shows; the message; the item's rows afterwards as
+// FrmAdCon on item 1: name ; mode ; concept code ; pgc ; rate typed ; base typed ; motive key
+// ("F6" lists the motives) ; rows of item 1 as code,total,valor (after "+", written once the
+// screen is open) ; the total shown ; the message ; the item's rows afterwards as
 // code|concept|pgc|motive|rate|rateB|base|total|valor, or "=" when untouched.
+// 1234.5 x 3 / 100 = 37.035, shown 37.04; 80 x 2.5 / 100 = 2; 500 x 12 / 100 = 60.
 void TestVentajas::concepto_data() {
-    QTest::addColumn<int>("motor");
-    for (const char* c : {"sep", "a", "filas", "valor", "dicho", "esperado"})
-        QTest::addColumn<QString>(c);
-    auto fila = [](const char* n, const char* a, const char* filas, const char* valor,
-                   const char* dicho, const char* esperado) {
-        for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
-            for (const char* s : {",", "."})
-                QTest::addRow("%s %s %s", n, m == Motor::SQLite ? "sqlite" : "postgresql", s)
-                    << static_cast<int>(m) << QString::fromLatin1(s) << QString::fromUtf8(a)
-                    << QString::fromUtf8(filas) << QString::fromUtf8(valor)
-                    << QString::fromUtf8(dicho) << QString::fromUtf8(esperado);
-    };
-    // 1234.5 x 3 / 100 = 37.035, shown 37.04.
-    fila("nuevo se inserta con valor 0", "1|011|P|3|1234#5|", "010,50,0", "37#04", "",
-         "010|DERECHO DE IMPORTACION|P||10|10|500|50|0 "
-         "011|TASA DE ESTADISTICA|P||3|3|1234.5|37.04|0");
-    fila("en cero se actualiza con valor 1", "1|011|C|2#5|80|", "010,50,0|011,0,0", "02#00", "",
-         "010|DERECHO DE IMPORTACION|P||10|10|500|50|0 "
-         "011|TASA DE ESTADISTICA|C||2.5|2.5|80|2|1");
-    fila("ya ingresado", "1|011|P|3|100|", "010,50,0+011,9,0", "03#00",
-         "KORVEN|3|El concepto ya esta ingresado en la liquidación", "=");
-    fila("sin concepto", "1||P|3|100|", "010,50,0", "03#00",
-         "KORVEN|3|Debe seleccionar un concepto de la lista.", "=");
-    fila("G sin motivo", "1|011|G|3|100|", "010,50,0", "03#00",
-         "KORVEN|3|Usted selecionó como Obligacion G, entonces debe seleccionar un MOTIVO", "=");
-    fila("G con motivo de la lista", "1|011|G|3|100|F6", "010,50,0", "03#00", "",
-         "010|DERECHO DE IMPORTACION|P||10|10|500|50|0 "
-         "011|TASA DE ESTADISTICA|G|04|3|3|100|3|0");
-    fila("motivo con otra obligacion", "1|011|P|3|100|F6", "010,50,0", "03#00",
-         "KORVEN|3|Para seleccionar un MOTIVO, obligación debe estar como G",
-         "010|DERECHO DE IMPORTACION|P||10|10|500|50|0 "
-         "011|TASA DE ESTADISTICA|P||3|3|100|3|0");
-    fila("porcentaje no numerico", "1|011|P|3x|100|", "010,50,0", "",
-         "KORVEN|3|Debe seleccionar un PORCENTAJE válido", "=");
-    fila("base no numerica", "1|011|P|3|1#2#3|", "010,50,0", "",
-         "KORVEN|3|Debe seleccionar una BASE IMPONIBLE válida", "=");
-    fila("total cero", "1|011|P|0|100|", "010,50,0", "00#00",
-         "KORVEN|3|Total debe ser mayor a cero.", "=");
-    // 500 x 12 / 100 = 60.
-    fila("modificar", "2|010|P|12|500|", "010,50,1", "60#00", "",
-         "010|DERECHO DE IMPORTACION|P||12|12|500|60|1");
-    fila("modificar a G con motivo", "2|010|G|10|500|F6", "010,50,0", "50#00", "",
-         "010|DERECHO DE IMPORTACION|G|04|10|10|500|50|1");
+    Casos(R"(
+nuevo ; 1 ; 011 ; P ; 3 ; 1234#5 ; ; 010,50,0 ; 37#04 ; ; 010|DERECHO DE IMPORTACION|P||10|10|500|50|0 011|TASA DE ESTADISTICA|P||3|3|1234.5|37.04|0
+en cero ; 1 ; 011 ; C ; 2#5 ; 80 ; ; 010,50,0|011,0,0 ; 02#00 ; ; 010|DERECHO DE IMPORTACION|P||10|10|500|50|0 011|TASA DE ESTADISTICA|C||2.5|2.5|80|2|1
+ya ingresado ; 1 ; 011 ; P ; 3 ; 100 ; ; 010,50,0+011,9,0 ; 03#00 ; KORVEN|3|El concepto ya esta ingresado en la liquidación ; =
+sin concepto ; 1 ; ; P ; 3 ; 100 ; ; 010,50,0 ; 03#00 ; KORVEN|3|Debe seleccionar un concepto de la lista. ; =
+G sin motivo ; 1 ; 011 ; G ; 3 ; 100 ; ; 010,50,0 ; 03#00 ; KORVEN|3|Usted selecionó como Obligacion G, entonces debe seleccionar un MOTIVO ; =
+G con motivo ; 1 ; 011 ; G ; 3 ; 100 ; F6 ; 010,50,0 ; 03#00 ; ; 010|DERECHO DE IMPORTACION|P||10|10|500|50|0 011|TASA DE ESTADISTICA|G|04|3|3|100|3|0
+motivo sin G ; 1 ; 011 ; P ; 3 ; 100 ; F6 ; 010,50,0 ; 03#00 ; KORVEN|3|Para seleccionar un MOTIVO, obligación debe estar como G ; 010|DERECHO DE IMPORTACION|P||10|10|500|50|0 011|TASA DE ESTADISTICA|P||3|3|100|3|0
+porcentaje no numerico ; 1 ; 011 ; P ; 3x ; 100 ; ; 010,50,0 ; ; KORVEN|3|Debe seleccionar un PORCENTAJE válido ; =
+total cero ; 1 ; 011 ; P ; 0 ; 100 ; ; 010,50,0 ; 00#00 ; KORVEN|3|Total debe ser mayor a cero. ; =
+modificar ; 2 ; 010 ; P ; 12 ; 500 ; ; 010,50,1 ; 60#00 ; ; 010|DERECHO DE IMPORTACION|P||12|12|500|60|1
+)",
+          true);
 }
 
 void TestVentajas::concepto() {
     MOTOR_O_SALTAR();
     QFETCH(QString, sep);
-    QFETCH(QString, a);
-    QFETCH(QString, filas);
+    QFETCH(QStringList, f);
     SeparadorDecimalScope separador(sep);
-    const QStringList p = a.replace(QLatin1Char('#'), sep).split(QLatin1Char('|'));
+    for (QString& x : f)
+        x.replace(QLatin1Char('#'), sep);
+    const QStringList p = f.mid(1);
+    const QString filas = p[6];
     const QString filasAntes = filas.section(QLatin1Char('+'), 0, 0);
     const QString filasDespues = filas.section(QLatin1Char('+'), 1);
     auto tabla = [](const QString& f) {
@@ -456,11 +321,11 @@ void TestVentajas::concepto() {
             {QStringLiteral("motivo"), QString()}};
         args.insert(fila);
     }
-    FrmAdCon f(ts->ctx(), args);
-    Mostrar(f);
-    auto* cb = Control<QComboBox>(f, "cbCONC");
-    auto* id = Control<QComboBox>(f, "cbID");
-    QCOMPARE(Control<QPushButton>(f, "Command1")->text(),
+    FrmAdCon w(ts->ctx(), args);
+    Mostrar(w);
+    auto* cb = Control<QComboBox>(w, "cbCONC");
+    auto* id = Control<QComboBox>(w, "cbID");
+    QCOMPARE(Control<QPushButton>(w, "Command1")->text(),
              modificar ? QStringLiteral("Modificar") : QStringLiteral("Agregar"));
     // To add, the list leaves out what the item carries with an amount.
     QCOMPARE(id->findText(QStringLiteral("010")) >= 0, modificar);
@@ -470,33 +335,31 @@ void TestVentajas::concepto() {
     QCOMPARE(id->currentText(), p[1]);
     if (!filasDespues.isEmpty())
         TablasOperacion(*ts, kI, tabla(filasDespues));
-    Control<QComboBox>(f, "cbPGC")->setCurrentText(p[2]);
+    Control<QComboBox>(w, "cbPGC")->setCurrentText(p[2]);
     for (const auto& [campo, texto] : {std::pair{"txtPorc", p[3]}, std::pair{"txtBimp", p[4]}}) {
-        auto* e = Control<QLineEdit>(f, campo);
+        auto* e = Control<QLineEdit>(w, campo);
         e->setFocus();
         e->selectAll();
         QTest::keyClick(e, Qt::Key_Backspace);
         QTest::keyClicks(e, texto);
     }
-    QFETCH(QString, valor);
-    QCOMPARE(Texto(&f, "TxtValor"), valor.replace(QLatin1Char('#'), sep));
+    QCOMPARE(Texto(&w, "TxtValor"), p[7]);
     if (p[5] == QLatin1String("F6")) {
-        auto* m = Control<QLineEdit>(f, "TxtMotivos");
+        auto* m = Control<QLineEdit>(w, "TxtMotivos");
         m->setFocus();
         QTest::keyClick(m, Qt::Key_F6);
     }
-    QTest::keyClick(Control<QPushButton>(f, "Command1"), Qt::Key_Return);
-    QFETCH(QString, dicho);
-    QCOMPARE(Dichos(*ts), dicho.isEmpty() ? QStringList() : dicho.split(QLatin1Char('\n')));
-    QFETCH(QString, esperado);
+    QTest::keyClick(Control<QPushButton>(w, "Command1"), Qt::Key_Return);
+    Comparar(Dichos(*ts), p[8]);
+    const QString esperado = p[9];
     const QString despues = Filas(*ts, QStringLiteral("select * from itemliq order by interno, "
                                                       "iditem, idconceptos"))
                                 .join(QLatin1Char(' '));
     if (esperado == QLatin1String("=")) {
         if (filasDespues.isEmpty())
             QCOMPARE(despues, antes);
-        QVERIFY(f.isVisible());
-        QCOMPARE(f.result(), 0);
+        QVERIFY(w.isVisible());
+        QCOMPARE(w.result(), 0);
         QVERIFY(!ts->ctx().LiquidacionPendiente);
         if (p[2] == QLatin1String("G"))
             QCOMPARE(NombreFoco(), QStringLiteral("cbPGC"));
@@ -507,72 +370,53 @@ void TestVentajas::concepto() {
                                            "by idconceptos"))
                      .join(QLatin1Char(' ')),
                  esperado);
-        QVERIFY(!f.isVisible());
-        QCOMPARE(f.result(), static_cast<int>(QDialog::Accepted));
+        QVERIFY(!w.isVisible());
+        QCOMPARE(w.result(), static_cast<int>(QDialog::Accepted));
         QVERIFY(ts->ctx().LiquidacionPendiente);
     }
-    if (QTest::currentDataTag() == QByteArray("nuevo se inserta con valor 0 sqlite ,"))
-        GuardarPantallazo(QStringLiteral("FrmAdCon"), &f);
+    if (QTest::currentDataTag() == QByteArray("sqlite nuevo,"))
+        GuardarPantallazo(QStringLiteral("FrmAdCon"), &w);
 }
 
 // Keys on FrmConceptos ("C") and FrmReferencias ("R"): "ins" opens the entry line, a text is
-// typed, "enter" saves, "esc" cancels, "del" removes the row selected. Rows added (+) and
-// removed (-), the message, and whether the entry line is still shown.
+// typed, "enter" saves, "esc" cancels, "del" removes the row selected. Then the rows added (+)
+// and removed (-), the message, and whether the entry line is still shown.
 void TestVentajas::listasPresupuesto_data() {
-    QTest::addColumn<int>("motor");
-    for (const char* c : {"pantalla", "teclas", "cambio", "dicho"})
-        QTest::addColumn<QString>(c);
-    QTest::addColumn<bool>("entrada");
-    auto fila = [](const char* n, const char* pantalla, const char* teclas, const char* cambio,
-                   const char* dicho, bool entrada) {
-        for (Motor m : {Motor::SQLite, Motor::PostgreSQL})
-            QTest::addRow("%s %s", n, m == Motor::SQLite ? "sqlite" : "postgresql")
-                << static_cast<int>(m) << QString::fromLatin1(pantalla) << QString::fromUtf8(teclas)
-                << QString::fromUtf8(cambio) << QString::fromUtf8(dicho) << entrada;
-    };
-    fila("concepto nuevo", "C", "ins|FLETE D'ORO|enter", "+FLETE D'ORO", "", false);
-    fila("concepto repetido", "C", "ins|ACARREO|enter", "", "KORVEN|3|Ya existe este concepto.!",
-         true);
-    fila("concepto vacio", "C", "ins|   |enter", "",
-         "KORVEN|3|Debe ingresar un Nombre valido para el nuevo concepto.", true);
-    fila("entrada cancelada", "C", "ins|PEAJE|esc", "", "", false);
-    fila("concepto borrado", "C", "del", "-ACARREO", "", false);
-    fila("referencia nueva", "R", "ins|REMITO|enter", "+REMITO", "", false);
-    fila("referencia repetida", "R", "ins|GUIA AEREA|enter", "",
-         "KORVEN|3|Esta referencia ya existe", true);
-    fila("referencia borrada", "R", "del", "-CONOCIMIENTO DE EMBARQUE", "", false);
+    Casos(R"(
+concepto nuevo ; C ; ins|FLETE D'ORO|enter ; +FLETE D'ORO ; ; 0
+concepto repetido ; C ; ins|ACARREO|enter ; ; KORVEN|3|Ya existe este concepto.! ; 1
+concepto vacio ; C ; ins|   |enter ; ; KORVEN|3|Debe ingresar un Nombre valido para el nuevo concepto. ; 1
+entrada cancelada ; C ; ins|PEAJE|esc ; ; ; 0
+concepto borrado ; C ; del ; -ACARREO ; ; 0
+referencia repetida ; R ; ins|GUIA AEREA|enter ; ; KORVEN|3|Esta referencia ya existe ; 1
+referencia borrada ; R ; del ; -CONOCIMIENTO DE EMBARQUE ; ; 0
+)");
 }
 
 void TestVentajas::listasPresupuesto() {
     MOTOR_O_SALTAR();
-    QFETCH(QString, pantalla);
-    QFETCH(QString, teclas);
+    QFETCH(QStringList, f);
     auto ts = Stores(static_cast<Motor>(motor), {});
-    const bool conceptos = pantalla == QLatin1String("C");
+    const bool conceptos = f[1] == QLatin1String("C");
     const QString sql = conceptos ? QStringLiteral("select concepto from conpresu")
                                   : QStringLiteral("select referencia from referencias");
     const QStringList antes = Filas(*ts, sql);
-    std::unique_ptr<QDialog> f(conceptos ? static_cast<QDialog*>(new FrmConceptos(ts->ctx(), {}))
+    std::unique_ptr<QDialog> d(conceptos ? static_cast<QDialog*>(new FrmConceptos(ts->ctx(), {}))
                                          : new FrmReferencias(ts->ctx(), {}));
-    Mostrar(*f);
-    QCOMPARE(f->windowTitle(),
+    Mostrar(*d);
+    QCOMPARE(d->windowTitle(),
              conceptos ? QStringLiteral("Conceptos") : QStringLiteral("Referencias"));
-    auto* lista = Control<QListWidget>(f.get(), conceptos ? "LstConceptos" : "LstReferencias");
+    auto* lista = Control<QListWidget>(d.get(), conceptos ? "LstConceptos" : "LstReferencias");
     QCOMPARE(lista->count(), antes.size());
-    for (const QString& t : teclas.split(QLatin1Char('|'))) {
-        if (t == QLatin1String("ins"))
-            Tecla(Qt::Key_Insert);
-        else if (t == QLatin1String("enter"))
-            Tecla(Qt::Key_Return);
-        else if (t == QLatin1String("esc"))
-            Tecla(Qt::Key_Escape);
-        else if (t == QLatin1String("del"))
-            Tecla(Qt::Key_Delete);
+    const QHash<QString, Qt::Key> teclas{{"ins", Qt::Key_Insert},
+                                         {"enter", Qt::Key_Return},
+                                         {"esc", Qt::Key_Escape},
+                                         {"del", Qt::Key_Delete}};
+    for (const QString& t : f[2].split(QLatin1Char('|'))) {
+        if (teclas.contains(t))
+            Tecla(teclas.value(t));
         else
             Escribir(t);
-        if (t == QLatin1String("ins"))
-            QCOMPARE(Control<QLabel>(f.get(), "LbAyuda")->text(),
-                     QStringLiteral("ENTER para Guardar ESCAPE para Cancelar"));
     }
     const QStringList despues = Filas(*ts, sql);
     QStringList cambio;
@@ -582,13 +426,12 @@ void TestVentajas::listasPresupuesto() {
     for (const QString& r : antes)
         if (!despues.contains(r))
             cambio << QLatin1Char('-') + r;
-    QTEST(cambio.join(QLatin1Char(' ')), "cambio");
+    QCOMPARE(cambio.join(QLatin1Char(' ')), f[3]);
     QCOMPARE(lista->count(), despues.size());
-    QFETCH(QString, dicho);
-    QCOMPARE(Dichos(*ts), dicho.isEmpty() ? QStringList() : QStringList{dicho});
-    QFETCH(bool, entrada);
-    QCOMPARE(Control<QLineEdit>(f.get(), "TxtNuevo")->isVisible(), entrada);
-    QVERIFY(f->isVisible());
+    Comparar(Dichos(*ts), f[4]);
+    QCOMPARE(Control<QLineEdit>(d.get(), "TxtNuevo")->isVisible(), f[5] == QLatin1String("1"));
+    QCOMPARE(Control<QLabel>(d.get(), "LbAyuda")->isVisible(), f[5] == QLatin1String("1"));
+    QVERIFY(d->isVisible());
 }
 
 QTEST_MAIN(TestVentajas)
