@@ -45,6 +45,7 @@ public:
     // Run flags.
     QString ArmadoResultado;           // "SI", "No", "NO" of the last assembly
     bool LiquidacionPendiente = false; // the liquidation must be rewritten
+    QString VentajaElegida;            // the code picked in FrmVentajas; empty after a cancel
     QString FlagDto1439 = "N";
     QString FlagDto1439A1 = "N";
     QString FlagD1330A6 = "N";
