@@ -5,6 +5,7 @@
 #include "header/OpcionesCaratula.h"
 #include "header/PickLists.h"
 #include "liquidation/LiquidacionOperacion.h"
+#include "liquidation/ListasItem.h"
 #include "liquidation/ReglasLiquidacion.h"
 #include "platform/AppContext.h"
 #include "platform/ComponentRegistry.h"
@@ -372,16 +373,10 @@ void FrmVerItem::ConstruirPantalla() {
     pie->addWidget(imprimir);
     raiz->addLayout(pie);
 
-    connect(agregarInf, &QPushButton::clicked, this, [this] {
-        // Wired with the lists of the item below.
-        Teclas(GridInf_, Qt::Key_F6, Qt::NoModifier);
-    });
-    connect(eliminarInf, &QPushButton::clicked, this,
-            [this] { Teclas(GridInf_, Qt::Key_Delete, Qt::NoModifier); });
-    connect(agregarVen, &QPushButton::clicked, this,
-            [this] { Teclas(LstVentajas_, Qt::Key_F6, Qt::NoModifier); });
-    connect(eliminarVen, &QPushButton::clicked, this,
-            [this] { Teclas(LstVentajas_, Qt::Key_Delete, Qt::NoModifier); });
+    connect(agregarInf, &QPushButton::clicked, this, [this] { Listas(true, false); });
+    connect(eliminarInf, &QPushButton::clicked, this, [this] { Listas(false, false); });
+    connect(agregarVen, &QPushButton::clicked, this, [this] { Listas(true, true); });
+    connect(eliminarVen, &QPushButton::clicked, this, [this] { Listas(false, true); });
     sTab_->setCurrentIndex(3);
     resize(1000, 650);
 }
@@ -683,17 +678,37 @@ void FrmVerItem::Eliminar() {
     const int f = GrdLiq_->currentRow();
     if (actual_ == 0 || f < 0 || !GrdLiq_->item(f, 0))
         return;
-    const QString codigo = GrdLiq_->item(f, 0)->text().trimmed();
+    if (ListasItem(ctx_).EliminarConcepto(interno_, actual_, GrdLiq_->item(f, 0)->text().trimmed()))
+        GrdLiq_->removeRow(f);
+}
+
+void FrmVerItem::Listas(bool agregar, bool ventajas) {
+    const auto lista = ventajas ? ListasItem::Lista::Ventajas : ListasItem::Lista::Informacion;
+    ListasItem listas(ctx_);
+    if (agregar) {
+        if (!listas.Agregar(lista, interno_, actual_))
+            return;
+    } else {
+        const QString codigo =
+            ventajas
+                ? (LstVentajas_->currentItem() ? LstVentajas_->currentItem()->text() : QString())
+                : (GridInf_->currentRow() >= 0 && GridInf_->item(GridInf_->currentRow(), 0)
+                       ? GridInf_->item(GridInf_->currentRow(), 0)->text()
+                       : QString());
+        if (codigo.isEmpty() || !listas.Eliminar(lista, interno_, actual_, codigo))
+            return;
+    }
     try {
-        Conexion& c = ctx_.stores().getDataConnectionByEntity(QStringLiteral("INTERNOS"));
-        if (c.Ejecutar(QStringLiteral("delete from itemliq where interno = ? and iditem = ? and "
-                                      "idconceptos = ?"),
-                       {interno_, static_cast<double>(actual_), codigo}) > 0) {
-            GrdLiq_->removeRow(f);
-            ctx_.LiquidacionPendiente = true;
-        }
+        Llenar(GridInf_, datos_.Informacion(actual_));
+        const QStringList v = datos_.Ventajas(actual_);
+        LstVentajas_->clear();
+        LstVentajas_->addItems(v);
+        etiquetas_.value(QStringLiteral("lbAutoliq"))
+            ->setVisible(v.contains(QStringLiteral("AUTOLIQLIBREEXP")) ||
+                         v.contains(QStringLiteral("AUTOLIQLIBREIMP")));
     } catch (const KorvenError& e) {
-        Reportar(QStringLiteral("Eliminar"), 1, e.numero(), e.descripcion());
+        Reportar(ventajas ? QStringLiteral("CmdAgregarVen") : QStringLiteral("CmdAgregarInf"), 1,
+                 e.numero(), e.descripcion());
     }
 }
 
@@ -860,6 +875,11 @@ bool FrmVerItem::Teclas(QObject* objeto, int tecla, Qt::KeyboardModifiers mod) {
             return true;
         }
         return false;
+    }
+    if ((objeto == GridInf_ || objeto == LstVentajas_) &&
+        (tecla == Qt::Key_F6 || tecla == Qt::Key_Delete)) {
+        Listas(tecla == Qt::Key_F6, objeto == LstVentajas_);
+        return true;
     }
     if (objeto == GrdLiq_ && actual_ != 0) {
         if (tecla == Qt::Key_Insert) {

@@ -64,6 +64,8 @@ private:
     void ListaDeLista();
     void ProrratearKilos();
     void AbrirAdCon(int modo);
+    // Adds (F6) or removes (Delete) an advantage or an information row of the item.
+    void Listas(bool agregar, bool ventajas);
     void ElegirOncca(int i);
     // A component the screen cannot work without here; its absence is reported with the section.
     bool Componente(const QString& nombre, const QString& rutina);

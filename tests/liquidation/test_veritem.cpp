@@ -10,6 +10,8 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -165,6 +167,77 @@ private Q_SLOTS:
                  qPrintable(dichos[0]));
         QCOMPARE(p->Items("ajusteded").join(QLatin1Char(' ')),
                  QStringLiteral("0|20.00 1|null 2|null 3|null 4|null 5|null"));
+        Tecla(Qt::Key_Escape);
+        QVERIFY(!p->f->isVisible());
+    }
+
+    void ventajasYConcepto_data() { FilasDeMotoresYSeparadores(); }
+    // An advantage given on item 0 reaches every item and goes only from there; a concept
+    // changed by hand on item 1 keeps its rate and base when item 0 calculates again.
+    void ventajasYConcepto() {
+        MOTOR_O_SALTAR();
+        QFETCH(QString, sep);
+        SeparadorDecimalScope scope(sep);
+        auto p = Abrir(motor, sep);
+        const auto ventaja = [&](Qt::Key tecla) {
+            Tecla(Qt::Key_F2);
+            auto* lista = Control<QListWidget>(p->f.get(), "LstVentajas");
+            lista->setFocus();
+            const auto fila = lista->findItems(QStringLiteral("AUTOLIQLIBREIMP"), Qt::MatchExactly);
+            if (!fila.isEmpty())
+                lista->setCurrentItem(fila.first());
+            if (tecla == Qt::Key_F6)
+                AlAbrirse(QStringLiteral("FrmVentajas"), [](QWidget*) {
+                    Escribir(QStringLiteral("AUTOLIQLIBREIMP"));
+                    Tecla(Qt::Key_Return);
+                });
+            Tecla(tecla);
+        };
+        const QString sqlVentaja = QStringLiteral("select iditem from itemventaja where interno = "
+                                                  "? and idventaja = 'AUTOLIQLIBREIMP' order by "
+                                                  "iditem");
+        ventaja(Qt::Key_F6);
+        QCOMPARE(Filas(*p->ts, sqlVentaja, {kOp}).join(QLatin1Char(' ')),
+                 QStringLiteral("0 1 2 3 4 5"));
+        QCOMPARE(p->Items("lman").join(QLatin1Char(' ')),
+                 QStringLiteral("0|M 1|M 2|M 3|M 4|M 5|M"));
+        QVERIFY(Control<QLabel>(p->f.get(), "lbAutoliq")->isVisibleTo(p->f.get()));
+
+        Tecla(Qt::Key_PageDown);
+        ventaja(Qt::Key_Delete);
+        QCOMPARE(Dichos(*p->ts).value(0),
+                 QStringLiteral("KORVEN|3|No se puede eliminar esta Ventaja. Debe eliminar la "
+                                "misma en el ITEM 0 (cero)"));
+        QCOMPARE(Filas(*p->ts, sqlVentaja, {kOp}).size(), 6);
+
+        // The statistics fee of item 1 at 5 % of its 9520.53 instead of 3 %: 476.03, and the
+        // Operation's 532.53 - 285.62 + 476.03.
+        Tecla(Qt::Key_F4);
+        Control<QTableWidget>(p->f.get(), "GrdLiq")->setFocus();
+        AlAbrirse(QStringLiteral("FrmAdCon"), [](QWidget* w) {
+            auto* porc = Control<QLineEdit>(w, "txtPorc");
+            porc->setFocus();
+            porc->selectAll();
+            Escribir(QStringLiteral("5"));
+            Control<QPushButton>(w, "Command1")->setFocus();
+            Tecla(Qt::Key_Return);
+        });
+        Tecla(Qt::Key_Return);
+        const QString sql011 = QStringLiteral("select porcentaje,baseimp,total,valor from itemliq "
+                                              "where interno = ? and iditem = 1 and idconceptos "
+                                              "= '011'");
+        QCOMPARE(Filas(*p->ts, sql011, {kOp}), QStringList({"5|9520.53|476.03|1"}));
+        p->IrA(QStringLiteral("0"));
+        QCOMPARE(Filas(*p->ts, sql011, {kOp}), QStringList({"5|9520.53|476.03|1"}));
+        QCOMPARE(Filas(*p->ts,
+                       QStringLiteral("select valor from liqcero where interno = ? and "
+                                      "idconcepto = '011'"),
+                       {kOp}),
+                 QStringList({"722.94"}));
+
+        ventaja(Qt::Key_Delete);
+        QVERIFY(Filas(*p->ts, sqlVentaja, {kOp}).isEmpty());
+        QCOMPARE(p->Items("lman").value(0), QStringLiteral("0|"));
         Tecla(Qt::Key_Escape);
         QVERIFY(!p->f->isVisible());
     }
