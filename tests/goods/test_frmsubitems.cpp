@@ -10,6 +10,7 @@
 #include "platform/SettingsStore.h"
 #include "support/Pantallas.h"
 #include "support/Pantallazo.h"
+#include "support/TecladoSubItems.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -27,27 +28,6 @@ namespace {
 const QString kColumnas = QStringLiteral(
     "ncm,idunidad,cantidad,preciounitario,fob,estadistica,valorrelacionestadistica,deresp,"
     "valorderesp,kgneto,kgbruto,idpais,sufijos,biendeuso,lapi,codigoean,idcatalogo,idarticulo");
-
-// Steps "Campo:texto" (Enter moves on until the field has the focus; the text is typed and
-// Enter pressed) and "Up"; then Enter until the line is saved.
-void Teclear(TestStores& ts, const QString& pasos, const QString& sep, bool guardar = true) {
-    const int antes = Lineas(ts);
-    for (QString paso : pasos.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
-        paso.replace(QStringLiteral("{s}"), sep);
-        if (paso == QStringLiteral("Up")) {
-            Tecla(Qt::Key_Up);
-            continue;
-        }
-        const QString campo = paso.section(QLatin1Char(':'), 0, 0);
-        for (int i = 0; i < 40 && NombreFoco() != campo; ++i)
-            Tecla(Qt::Key_Return);
-        QCOMPARE(NombreFoco(), campo);
-        Escribir(paso.section(QLatin1Char(':'), 1));
-        Tecla(Qt::Key_Return);
-    }
-    for (int i = 0; guardar && i < 40 && Lineas(ts) == antes; ++i)
-        Tecla(Qt::Key_Return);
-}
 
 QString Etiqueta(QWidget& f, const char* nombre) {
     return Control<QLabel>(&f, nombre)->text();
@@ -175,7 +155,7 @@ void TestFrmSubItems::lineas() {
     SeparadorDecimalScope s(sep);
     FrmSubItems f(ts.ctx(), {{QStringLiteral("interno"), kInterno}});
     Mostrar(f);
-    Teclear(ts, pasos, sep);
+    Teclear(pasos, sep, [&ts] { return Lineas(ts); });
     QCOMPARE(Lineas(ts), 1);
     QCOMPARE(Fila(ts, 1, kColumnas), fila);
     QCOMPARE(Factura8(ts), QStringLiteral("S"));
@@ -267,7 +247,7 @@ void TestFrmSubItems::modificarPorF9() {
     Tecla(Qt::Key_Return);
     QCOMPARE(Texto(&f, "TxtUnitario"), QStringLiteral("07,0000"));
     QCOMPARE(Texto(&f, "TxtFobTotal"), QStringLiteral("07,00"));
-    Teclear(ts, QStringLiteral("TxtKgBruto:2"), QStringLiteral(","), false);
+    Teclear(QStringLiteral("TxtKgBruto:2"), QStringLiteral(","));
     for (int i = 0; i < 40 && NombreFoco() != QStringLiteral("LstArticulos"); ++i)
         Tecla(Qt::Key_Return);
     QCOMPARE(Fila(ts, 4, QStringLiteral("cantidad,preciounitario,fob,kgbruto,sufijos")),

@@ -7,12 +7,12 @@
 #include "liquidation/FrmPrintItem.h"
 #include "liquidation/ImpresionLiquidacion.h"
 #include "support/Pantallazo.h"
+#include "support/TextoPdf.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QPrintPreviewDialog>
-#include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTimer>
@@ -263,16 +263,10 @@ private Q_SLOTS:
                      .Ejecutar({kOp, "--pdf", archivo, "--desde", "x"}),
                  AdminImpresion::Uso);
 
-        QProcess p;
-        p.start(QStringLiteral("pdftotext"), {"-layout", archivo, "-"});
-        QVERIFY2(p.waitForFinished(20000), "pdftotext no está instalado");
-        QCOMPARE(p.exitCode(), 0);
-        const QString texto = QString::fromUtf8(p.readAllStandardOutput());
-        const auto tiene = [&](const QString& patron) {
-            return QRegularExpression(QStringLiteral("(^|\\n)\\s*") + patron + "\\s*(\\n|$)")
-                .match(texto)
-                .hasMatch();
-        };
+        QString error;
+        const QString texto = TextoDePdf(archivo, &error);
+        QVERIFY2(!texto.isEmpty(), qPrintable(error));
+        const auto tiene = [&](const QString& patron) { return TieneLinea(texto, patron); };
         const auto num = [&](const QString& v) {
             return QRegularExpression::escape(Importe(v, sep));
         };

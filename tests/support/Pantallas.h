@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -38,8 +39,13 @@ inline void Mostrar(QWidget& f) {
 }
 
 inline QWidget* Foco() {
-    if (QWidget* w = QApplication::focusWidget())
+    if (QWidget* w = QApplication::focusWidget()) {
+        // A screen just made active may not have handed its focus to the application yet.
+        QWidget* activa = QApplication::activeWindow();
+        if (activa && w->window() != activa && activa->focusWidget())
+            return activa->focusWidget();
         return w;
+    }
     // Back from a modal screen the window under it may not be active again yet: activate it.
     QWidget* ventana = QApplication::activeModalWidget();
     if (!ventana) {
@@ -81,6 +87,25 @@ inline void AlAbrirse(const QString& nombre, std::function<void(QWidget*)> accio
         accion(w);
     });
     reloj->start();
+}
+
+// The same, for an action that should close the screen with its keys: when it leaves the screen
+// open (a step failed on the way), the screen is closed all the same and *quedoAbierta is set,
+// so that a failure ends the test instead of leaving a modal screen waiting.
+inline void AlAbrirseYCerrar(const QString& nombre, std::function<void(QWidget*)> accion,
+                             bool* quedoAbierta) {
+    AlAbrirse(nombre, [accion, quedoAbierta](QWidget* w) {
+        QPointer<QWidget> pantalla(w);
+        // The keys go to the screen once it is the active window.
+        if (!QTest::qWaitForWindowActive(w) ||
+            !QTest::qWaitFor([w] { return QApplication::activeWindow() == w; }))
+            qWarning("La pantalla %s no se activa", qPrintable(w->objectName()));
+        accion(w);
+        if (pantalla && pantalla->isVisible()) {
+            *quedoAbierta = true;
+            pantalla->close();
+        }
+    });
 }
 
 // The same for whatever modal screen comes up first, once it is the active window.
