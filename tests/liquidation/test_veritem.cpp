@@ -96,6 +96,19 @@ private Q_SLOTS:
                            Formato(r.section('|', 2).toDouble(), QStringLiteral("00.00"));
         QCOMPARE(p->Grilla("GrdLiq", 5), totales);
         GuardarPantallazo(QStringLiteral("FrmVerItem-0"), p->f.get());
+        // What item 0 cannot do for all the items: it says where to do it.
+        for (const char* campo : {"TxtIdpais", "TxtIdproc", "TxtTotKgNeto"}) {
+            Control<QLineEdit>(p->f.get(), campo)->setFocus();
+            Tecla(Qt::Key_F6);
+        }
+        QCOMPARE(Dichos(*p->ts),
+                 QStringList({"KORVEN|4|Si desea establecer un PAIS ORIGEN para todos los item's , "
+                              "debe ingresarlo en Caratula",
+                              "KORVEN|4|Si desea establecer un PAIS DESTINO / PROC para todos los "
+                              "item's, debe ingresarlo en Caratula",
+                              "KORVEN|0|Si desea prorratear Kilos Neto, debe ingresar el valor "
+                              "total en Caratula"}));
+        p->ts->dialogos().Limpiar();
 
         // Item 1: 9000 + 455.90 + 64.63 of customs value; 3 % of it as statistics fee.
         Tecla(Qt::Key_PageDown);
