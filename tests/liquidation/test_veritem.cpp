@@ -34,13 +34,19 @@ struct Pantalla {
         auto* t = Control<QLineEdit>(f.get(), nombre);
         t->setFocus();
         t->selectAll();
-        Escribir(S(texto));
+        QTest::keyClicks(t, S(texto));
     }
     void IrA(const QString& item) {
-        Control<QLineEdit>(f.get(), "TxtItem")->setFocus();
-        Control<QLineEdit>(f.get(), "TxtItem")->selectAll();
-        Escribir(item);
-        Tecla(Qt::Key_Return);
+        auto* t = Control<QLineEdit>(f.get(), "TxtItem");
+        t->setFocus();
+        t->selectAll();
+        QTest::keyClicks(t, item);
+        QTest::keyClick(t, Qt::Key_Return);
+    }
+    // A key to the widget of the screen that holds the focus, whichever window is active.
+    void Tecla(Qt::Key tecla) {
+        QWidget* w = f->focusWidget();
+        QTest::keyClick(w ? w : f.get(), tecla);
     }
     QStringList Grilla(const char* nombre, int columnas) const {
         auto* g = Control<QTableWidget>(f.get(), nombre);
@@ -99,7 +105,7 @@ private Q_SLOTS:
         // What item 0 cannot do for all the items: it says where to do it.
         for (const char* campo : {"TxtIdpais", "TxtIdproc", "TxtTotKgNeto"}) {
             Control<QLineEdit>(p->f.get(), campo)->setFocus();
-            Tecla(Qt::Key_F6);
+            p->Tecla(Qt::Key_F6);
         }
         QCOMPARE(Dichos(*p->ts),
                  QStringList({"KORVEN|4|Si desea establecer un PAIS ORIGEN para todos los item's , "
@@ -111,7 +117,7 @@ private Q_SLOTS:
         p->ts->dialogos().Limpiar();
 
         // Item 1: 9000 + 455.90 + 64.63 of customs value; 3 % of it as statistics fee.
-        Tecla(Qt::Key_PageDown);
+        p->Tecla(Qt::Key_PageDown);
         QCOMPARE(p->Etiqueta("LbPos"), QStringLiteral("01 / 05"));
         QCOMPARE(p->Etiqueta("lbNCM"), QStringLiteral("8471.30.12.100M"));
         QCOMPARE(p->Etiqueta("LbFOB"), p->S("9000#00"));
@@ -134,7 +140,7 @@ private Q_SLOTS:
                  QStringLiteral("KORVEN|1|%1 - El componente SupplyLink.Main no está instalado. "
                                 "seccion[InsertarCancelacion.FrmVerItem.KORVEN Linea 1 ]::")
                      .arg(KorvenError::ComponenteNoInstalado));
-        Tecla(Qt::Key_Escape);
+        p->Tecla(Qt::Key_Escape);
         QVERIFY(!p->f->isVisible());
     }
 
@@ -153,7 +159,7 @@ private Q_SLOTS:
         p->Campo("TxtIdproc", QStringLiteral("203"));
         // 100.5 x FOB / 16780: 53.90, 13.30, 17.07, 6.89, 9.34.
         p->Campo("TxtAjusteInc", QStringLiteral("100#5"));
-        Tecla(Qt::Key_Return);
+        p->Tecla(Qt::Key_Return);
         QCOMPARE(p->Items("ajusteinc,regalias,idproc"),
                  QStringList({"0|100.50|S|203", "1|53.90|S|310", "2|13.30|S|203", "3|17.07|S|310",
                               "4|6.89|S|310", "5|9.34|S|310"}));
@@ -171,7 +177,7 @@ private Q_SLOTS:
 
         p->ts->dialogos().Limpiar();
         p->Campo("txtAjusteDed", QStringLiteral("20"));
-        Tecla(Qt::Key_Return);
+        p->Tecla(Qt::Key_Return);
         const QStringList dichos = Dichos(*p->ts);
         QCOMPARE(dichos.size(), 1);
         QVERIFY2(dichos[0].startsWith(QStringLiteral("KORVEN|1|")) &&
@@ -180,7 +186,7 @@ private Q_SLOTS:
                  qPrintable(dichos[0]));
         QCOMPARE(p->Items("ajusteded").join(QLatin1Char(' ')),
                  QStringLiteral("0|20.00 1|null 2|null 3|null 4|null 5|null"));
-        Tecla(Qt::Key_Escape);
+        p->Tecla(Qt::Key_Escape);
         QVERIFY(!p->f->isVisible());
     }
 
@@ -193,18 +199,21 @@ private Q_SLOTS:
         SeparadorDecimalScope scope(sep);
         auto p = Abrir(motor, sep);
         const auto ventaja = [&](Qt::Key tecla) {
-            Tecla(Qt::Key_F2);
+            p->Tecla(Qt::Key_F2);
             auto* lista = Control<QListWidget>(p->f.get(), "LstVentajas");
             lista->setFocus();
             const auto fila = lista->findItems(QStringLiteral("AUTOLIQLIBREIMP"), Qt::MatchExactly);
             if (!fila.isEmpty())
                 lista->setCurrentItem(fila.first());
             if (tecla == Qt::Key_F6)
-                AlAbrirse(QStringLiteral("FrmVentajas"), [](QWidget*) {
-                    Escribir(QStringLiteral("AUTOLIQLIBREIMP"));
-                    Tecla(Qt::Key_Return);
+                AlAbrirse(QStringLiteral("FrmVentajas"), [](QWidget* w) {
+                    auto* lst = Control<QListWidget>(w, "Lst");
+                    while (
+                        !lst->currentItem()->text().startsWith(QStringLiteral("AUTOLIQLIBREIMP")))
+                        QTest::keyClick(lst, Qt::Key_Down);
+                    QTest::keyClick(lst, Qt::Key_Return);
                 });
-            Tecla(tecla);
+            p->Tecla(tecla);
         };
         const QString sqlVentaja = QStringLiteral("select iditem from itemventaja where interno = "
                                                   "? and idventaja = 'AUTOLIQLIBREIMP' order by "
@@ -216,7 +225,7 @@ private Q_SLOTS:
                  QStringLiteral("0|M 1|M 2|M 3|M 4|M 5|M"));
         QVERIFY(Control<QLabel>(p->f.get(), "lbAutoliq")->isVisibleTo(p->f.get()));
 
-        Tecla(Qt::Key_PageDown);
+        p->IrA(QStringLiteral("1"));
         ventaja(Qt::Key_Delete);
         QCOMPARE(Dichos(*p->ts).value(0),
                  QStringLiteral("KORVEN|3|No se puede eliminar esta Ventaja. Debe eliminar la "
@@ -225,17 +234,16 @@ private Q_SLOTS:
 
         // The statistics fee of item 1 at 5 % of its 9520.53 instead of 3 %: 476.03, and the
         // Operation's 532.53 - 285.62 + 476.03.
-        Tecla(Qt::Key_F4);
+        p->Tecla(Qt::Key_F4);
         Control<QTableWidget>(p->f.get(), "GrdLiq")->setFocus();
         AlAbrirse(QStringLiteral("FrmAdCon"), [](QWidget* w) {
             auto* porc = Control<QLineEdit>(w, "txtPorc");
             porc->setFocus();
             porc->selectAll();
-            Escribir(QStringLiteral("5"));
-            Control<QPushButton>(w, "Command1")->setFocus();
-            Tecla(Qt::Key_Return);
+            QTest::keyClicks(porc, QStringLiteral("5"));
+            QTest::keyClick(Control<QPushButton>(w, "Command1"), Qt::Key_Return);
         });
-        Tecla(Qt::Key_Return);
+        p->Tecla(Qt::Key_Return);
         const QString sql011 = QStringLiteral("select porcentaje,baseimp,total,valor from itemliq "
                                               "where interno = ? and iditem = 1 and idconceptos "
                                               "= '011'");
@@ -251,7 +259,7 @@ private Q_SLOTS:
         ventaja(Qt::Key_Delete);
         QVERIFY(Filas(*p->ts, sqlVentaja, {kOp}).isEmpty());
         QCOMPARE(p->Items("lman").value(0), QStringLiteral("0|"));
-        Tecla(Qt::Key_Escape);
+        p->Tecla(Qt::Key_Escape);
         QVERIFY(!p->f->isVisible());
     }
 
@@ -272,15 +280,15 @@ private Q_SLOTS:
             });
         p->IrA(QStringLiteral("3"));
         Control<QLineEdit>(p->f.get(), "TxtLista")->setFocus();
-        Tecla(Qt::Key_F6);
-        Tecla(Qt::Key_PageDown);
+        p->Tecla(Qt::Key_F6);
+        p->Tecla(Qt::Key_PageDown);
         const QString sql = QStringLiteral("select idconceptos,porcentaje,total from itemliq where "
                                            "interno = ? and iditem = ? and idconceptos in "
                                            "('010','011','015','020') order by idconceptos");
         QCOMPARE(Filas(*p->ts, sql, {kOp, 3}), QStringList({"010|0|0", "011|0|0", "015|0|0"}));
         QCOMPARE(p->Items("lista").value(3), QStringLiteral("3|MERCOSUR"));
 
-        Tecla(Qt::Key_Escape);
+        p->Tecla(Qt::Key_Escape);
         QVERIFY(p->f->isVisible());
         QCOMPARE(Dichos(*p->ts).value(0),
                  QStringLiteral("KORVEN|3|Se modifico algun concepto de liquidación, \n\ndebe ir "
@@ -289,11 +297,11 @@ private Q_SLOTS:
         // Back to no list: the rates at 0 become none, which the run fills from the position.
         p->IrA(QStringLiteral("3"));
         Control<QLineEdit>(p->f.get(), "TxtLista")->setFocus();
-        Tecla(Qt::Key_Delete);
+        p->Tecla(Qt::Key_Delete);
         QCOMPARE(p->Items("itmodif").value(3), QStringLiteral("3|S"));
         p->IrA(QStringLiteral("0"));
         QCOMPARE(Filas(*p->ts, sql, {kOp, 3}).value(1), QStringLiteral("011|3|90.45"));
-        Tecla(Qt::Key_Escape);
+        p->Tecla(Qt::Key_Escape);
         QVERIFY(!p->f->isVisible());
     }
 };
