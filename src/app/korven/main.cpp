@@ -13,6 +13,11 @@
 #define KORVEN_PANTALLAS_LIQUIDACION
 #endif
 
+#if defined(KORVEN_QUOTE) && __has_include("quote/PantallasPresupuesto.h")
+#include "quote/PantallasPresupuesto.h"
+#define KORVEN_PANTALLAS_PRESUPUESTO
+#endif
+
 #if defined(KORVEN_GOODS) && __has_include("goods/PantallasSubItems.h")
 #include "goods/PantallasSubItems.h"
 #define KORVEN_PANTALLAS_SUBITEMS
@@ -65,6 +70,10 @@ int main(int argc, char** argv) {
 #ifdef KORVEN_PANTALLAS_LIQUIDACION
     p.registros.push_back(
         [](korven::AppContext& ctx) { korven::RegistrarPantallasLiquidacion(ctx.pantallas()); });
+#endif
+#ifdef KORVEN_PANTALLAS_PRESUPUESTO
+    p.registros.push_back(
+        [](korven::AppContext& ctx) { korven::RegistrarPantallasPresupuesto(ctx.pantallas()); });
 #endif
 #ifdef KORVEN_PANTALLAS_CARATULA
     p.registros.push_back([](korven::AppContext& ctx) {
