@@ -95,11 +95,15 @@ FrmProcesando::FrmProcesando(AppContext& ctx, const QVariantMap& args, QWidget* 
 FrmProcesando::~FrmProcesando() = default;
 
 QByteArray FrmProcesando::CuerpoParaEnviar(const QString& cuerpo) {
-    QByteArray texto = cuerpo.toLatin1();
+    const QByteArray texto = cuerpo.toLatin1();
     QByteArray salida;
-    salida.reserve(texto.size() + 16);
+    salida.reserve(texto.size() + 64);
     bool inicioDeLinea = true;
-    for (char c : texto) {
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        const char c = texto.at(i);
+        // Lines end in CR LF on the wire; a line end of LF alone gets its CR.
+        if (c == '\n' && (i == 0 || texto.at(i - 1) != '\r'))
+            salida.append('\r');
         if (inicioDeLinea && c == '.')
             salida.append('.');
         salida.append(c);

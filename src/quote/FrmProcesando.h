@@ -40,7 +40,8 @@ public:
     bool terminado() const { return terminado_; }
     bool aceptado() const { return aceptado_; }
 
-    // The body as it goes on the wire: a line that begins with "." gets a second one.
+    // The body as it goes on the wire: lines end in CR LF, and a line that begins with "." gets
+    // a second one, which the server takes away.
     static QByteArray CuerpoParaEnviar(const QString& cuerpo);
 
 public Q_SLOTS:

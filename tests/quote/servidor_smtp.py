@@ -4,7 +4,7 @@
 Usage: servidor_smtp.py CARPETA MODO
   MODO  normal   accepts every message
         rechazo  answers 550 to RCPT TO
-        mudo     accepts the connection and never answers
+        mudo     accepts the connection and never answers (each one leaves CARPETA/conexion-N)
         tls      offers STARTTLS and requires it and AUTH (user "despachante", password
                  "s3creta"); makes its own certificate for 127.0.0.1 in CARPETA/ca.pem
 
@@ -20,7 +20,10 @@ import ssl
 import subprocess
 import sys
 import time
+import warnings
 
+# The server sets its own deprecated session field on every sign-in.
+warnings.filterwarnings("ignore", category=DeprecationWarning)
 CARPETA, MODO = sys.argv[1], sys.argv[2]
 USUARIO, CLAVE = b"despachante", b"s3creta"
 
@@ -41,6 +44,7 @@ def mudo(puerto):
     while True:
         c, _ = srv.accept()
         abiertas.append(c)  # kept open, never answered
+        open(os.path.join(CARPETA, "conexion-%d" % len(abiertas)), "w").close()
 
 
 class Manejador:
@@ -62,7 +66,7 @@ class Manejador:
             "saludo": session.host_name,
             "ehlo": bool(session.extended_smtp),
             "tls": session.ssl is not None,
-            "usuario": session.login_data.login.decode() if session.login_data else None,
+            "usuario": session.auth_data.login.decode() if session.auth_data else None,
             "desde": envelope.mail_from,
             "para": envelope.rcpt_tos,
         }
@@ -75,7 +79,8 @@ def autenticar(server, session, envelope, mechanism, auth_data):
     from aiosmtpd.smtp import AuthResult
 
     ok = auth_data.login == USUARIO and auth_data.password == CLAVE
-    return AuthResult(success=ok)
+    # Not "handled": a refusal then gets the server's own 535 reply.
+    return AuthResult(success=ok, handled=False, auth_data=auth_data)
 
 
 def certificado():
