@@ -81,8 +81,12 @@ Envio Enviar(TestStores& ts, const QVariantMap& args,
             auto* f = qobject_cast<FrmProcesando*>(w);
             if (durante)
                 durante(f);
-            if (!QTest::qWaitFor([f] { return f->terminado(); }, 30000))
+            if (!QTest::qWaitFor([f] { return f->terminado(); }, 30000)) {
+                // Esc would be refused: end it here so that the test fails instead of waiting.
                 qWarning("El dialogo no termina");
+                f->done(QDialog::Rejected);
+                return;
+            }
             e.txtMen = Control<QPlainTextEdit>(w, "TxtMen")->toPlainText();
             e.estado = f->estado();
             Tecla(Qt::Key_Escape);
