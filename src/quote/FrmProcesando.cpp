@@ -134,8 +134,9 @@ void FrmProcesando::Iniciar() {
         IniFile::Leer(QStringLiteral("ESPERA"), QStringLiteral("SMTP"), ini).toInt(&ok);
     if (ok && segundos > 0)
         esperaMs_ = segundos * 1000;
-    if (args_.contains(QStringLiteral("esperaMs")))
-        esperaMs_ = args_.value(QStringLiteral("esperaMs")).toInt();
+    const int esperaMs = args_.value(QStringLiteral("esperaMs")).toInt();
+    if (esperaMs > 0)
+        esperaMs_ = esperaMs;
     if (seguro_) {
         usuario_ = ctx_.settings().GetSetting(QStringLiteral("KORVEN"), QStringLiteral("SMTP"),
                                               QStringLiteral("USUARIO"));
@@ -200,13 +201,13 @@ void FrmProcesando::Responder(const QString& respuesta) {
         (autenticando && (codigo == QLatin1String("334") || codigo == QLatin1String("235")));
     if (!aceptada) {
         socket_->close();
+        Terminar(); // before the message: nothing that arrives while it shows counts any more
         if (estado_ == 6)
             ctx_.dialogos().Mensaje(QStringLiteral("Datos enviados."), QStringLiteral("KORVEN/W"),
                                     Dialogos::Icono::Informacion);
         else
             ctx_.dialogos().Mensaje(QStringLiteral("Error de SMTP: ") + respuesta,
                                     QStringLiteral("Error de SMTP"), Dialogos::Icono::Informacion);
-        Terminar();
         return;
     }
 
@@ -262,7 +263,9 @@ void FrmProcesando::Responder(const QString& respuesta) {
         Enviar(QStringLiteral("QUIT"));
         break;
     default:
+        // An accepted reply to QUIT: nothing more will come, so the screen may be closed.
         socket_->close();
+        Terminar();
         break;
     }
 }
@@ -329,25 +332,24 @@ void FrmProcesando::EnviarDesde() {
 void FrmProcesando::ErrorDeSocket(QAbstractSocket::SocketError error) {
     if (terminado_)
         return;
-    espera_->stop();
+    Terminar();
     const QString descripcion = socket_->errorString();
     socket_->abort();
     ctx_.dialogos().Mensaje(QStringLiteral("Winsock Error número ") +
                                 QString::number(NumeroWinsock(error)) + kFin + descripcion,
                             QStringLiteral("Error de Winsock"), Dialogos::Icono::Exclamacion);
-    Terminar();
 }
 
 void FrmProcesando::SinRespuesta() {
     if (terminado_)
         return;
+    Terminar();
     socket_->abort();
     ctx_.dialogos().Mensaje(
         QStringLiteral("Winsock Error número ") +
             QString::number(NumeroWinsock(QAbstractSocket::SocketTimeoutError)) + kFin +
             QStringLiteral("El servidor no respondió en el tiempo de espera."),
         QStringLiteral("Error de Winsock"), Dialogos::Icono::Exclamacion);
-    Terminar();
 }
 
 void FrmProcesando::Enviar(const QByteArray& linea, const QString& mostrado) {
