@@ -1,12 +1,11 @@
 #include "quote/PantallasPresupuesto.h"
 
-#include "platform/Pantallas.h"
-#include "platform/ui/PantallasEscritorio.h"
+#include "quote/FrmProcesando.h"
 
 namespace korven {
 
 void RegistrarPantallasPresupuesto(Pantallas& pantallas) {
-    (void)pantallas;
+    RegistrarEnvioCorreo(pantallas);
 }
 
 } // namespace korven
