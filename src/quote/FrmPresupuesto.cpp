@@ -338,8 +338,8 @@ void FrmPresupuesto::Cargar() {
         Grd->setRowCount(0);
         for (const Presupuesto::Concepto& c : conceptos_) {
             Fila(Grd, {c.concepto, F2(c.peso), F2(c.dolar)});
-            operativos_.peso += c.peso;
-            operativos_.dolar += c.dolar;
+            operativos_.peso = RedondearDecimal(operativos_.peso + c.peso, 2);
+            operativos_.dolar = RedondearDecimal(operativos_.dolar + c.dolar, 2);
         }
         LbGastosOperativos->setText(F2(operativos_.peso));
         LbGastosOperativosDol->setText(F2(operativos_.dolar));

@@ -34,6 +34,12 @@ double Mostrado(double v, int decimales) {
     return RedondearDecimal(v, decimales);
 }
 
+// A product as the clerk works it out: on the decimal values, not on their binary
+// approximations (532.53 x 2.5 is 1331.325, which shows as 1331.33).
+double Producto(double a, double b) {
+    return RedondearDecimal(a * b, 9);
+}
+
 // The header's adjustment when it is a number other than 0, else the sum of the items'.
 double Ajuste(Conexion& cx, const QVariant& cabecera, const QString& columnaItem,
               const QString& interno) {
@@ -119,11 +125,11 @@ bool Presupuesto::LeerCaratula(double pase, Caratula& c) {
                        2);
 
     // Exports carry no freight or insurance in the base.
-    double base = c.fob * c.paseFob;
+    double base = Producto(c.fob, c.paseFob);
     const QString regimen = EsNull(rs.Fields(QStringLiteral("idsubreg"))).left(2).toUpper();
     if (regimen != QLatin1String("EG") && regimen != QLatin1String("EC"))
-        base += c.flete * c.paseFlete + c.seguro * c.paseSeguro;
-    base += c.ajInc * c.paseFob - c.ajDed * c.paseFob;
+        base += Producto(c.flete, c.paseFlete) + Producto(c.seguro, c.paseSeguro);
+    base += Producto(c.ajInc, c.paseFob) - Producto(c.ajDed, c.paseFob);
     c.baseImp = Mostrado(base, 2);
 
     Recordset liq = cx.Abrir(QStringLiteral("select * from liqcero where LEFT(idconcepto,3) <> "
@@ -134,15 +140,15 @@ bool Presupuesto::LeerCaratula(double pase, Caratula& c) {
         f.concepto = EsNull(liq.Fields(QStringLiteral("concepto")));
         f.pgc = EsNull(liq.Fields(QStringLiteral("pgc")));
         f.dolar = Mostrado(EsNumero(liq.Fields(QStringLiteral("valor"))), 2);
-        f.peso = Mostrado(EsNumero(liq.Fields(QStringLiteral("valor"))) * pase, 2);
+        f.peso = Mostrado(Producto(EsNumero(liq.Fields(QStringLiteral("valor"))), pase), 2);
         c.liq.append(f);
         Total* t = f.pgc == QLatin1String("P")   ? &c.despacho
                    : f.pgc == QLatin1String("C") ? &c.cobrar
                    : f.pgc == QLatin1String("G") ? &c.garantizar
                                                  : nullptr;
         if (t) {
-            t->peso += f.peso;
-            t->dolar += f.dolar;
+            t->peso = RedondearDecimal(t->peso + f.peso, 2);
+            t->dolar = RedondearDecimal(t->dolar + f.dolar, 2);
         }
     }
     Recordset iva = cx.Abrir(QStringLiteral("select valor from liqcero where idconcepto = "
@@ -305,7 +311,7 @@ bool Presupuesto::Armar(const Datos& d, const QString& carpeta, QString& html, Q
     v = poner(v, "pasflet", F6(d.paseFlete));
     v = poner(v, "passeg", F6(d.paseSeguro));
     v = poner(v, "bimp", F2(d.baseImp));
-    v = poner(v, "bimppeso", F2(d.baseImp * d.pase));
+    v = poner(v, "bimppeso", F2(Producto(d.baseImp, d.pase)));
     v = poner(v, "biva", F2(d.baseIva));
     v = poner(v, "tipocambio", F6(d.pase));
     t += v;
