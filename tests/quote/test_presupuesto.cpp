@@ -140,6 +140,67 @@ private Q_SLOTS:
         QCOMPARE(Grilla(f, "GrdLiq").last(), Sep("REINTEGRO|C|1250.35|403.34", sep));
     }
 
+    // Exports carry no freight or insurance in the taxable base (FOB 16780 + freight 850 +
+    // insurance 120.50, all at rate 1); the sub-regime is read in upper case.
+    void baseImponible_data() {
+        QTest::addColumn<QString>("subregimen");
+        QTest::addColumn<double>("base");
+        QTest::newRow("importacion") << "IC04" << 17750.5;
+        QTest::newRow("exportacion") << "EC01" << 16780.0;
+        QTest::newRow("minusculas") << "eg01" << 16780.0;
+    }
+    void baseImponible() {
+        QFETCH(QString, subregimen);
+        QFETCH(double, base);
+        auto ts = DemoArmada(Motor::SQLite, kInterno);
+        ts->conexion("INTERNOS")
+            .Ejecutar("update caratula set idsubreg = ? where interno = ?", {subregimen, kInterno});
+        Presupuesto::Caratula c;
+        QVERIFY(Presupuesto(ts->ctx(), kInterno).LeerCaratula(1, c));
+        QCOMPARE(c.baseImp, base);
+        QVERIFY(!Presupuesto(ts->ctx(), "NO-EXISTE").LeerCaratula(1, c));
+    }
+
+    // The sections with nothing to repeat, and the amount on account.
+    void secciones_data() {
+        QTest::addColumn<double>("acuenta");
+        QTest::addColumn<QStringList>("tiene");
+        QTest::addColumn<QStringList>("noTiene");
+        QTest::newRow("sin a cuenta")
+            << 0.0
+            << QStringList{"<tr class=texto ></tr>", ">Sin Datos...</td></tr>",
+                           "<td>TOTAL</td><td class=\"num\">150.00</td>"}
+            << QStringList{"A CUENTA:", "###", "Comentarios"};
+        QTest::newRow("con a cuenta")
+            << 40.0
+            << QStringList{"<td>A CUENTA:</td><td class=\"num\">40.00-</td>",
+                           "<td>Subtotal</td><td class=\"num\">150.00</td>",
+                           "<td>TOTAL</td><td class=\"num\">110.00</td>"}
+            << QStringList{"###"};
+    }
+    void secciones() {
+        QFETCH(double, acuenta);
+        QFETCH(QStringList, tiene);
+        QFETCH(QStringList, noTiene);
+        SeparadorDecimalScope s(".");
+        Presupuesto::Datos d;
+        d.despacho = {40, 100};
+        d.pase = 2;
+        d.operativos = {25, 0}; // 100 + 2 x 25 = 150
+        d.acuenta = acuenta;
+        d.hayAcuenta = true;
+        QString html, error;
+        const QString carpeta = Presupuesto::CarpetaSecciones("/sin/programa");
+        QVERIFY2(Presupuesto::Armar(d, carpeta, html, &error), qPrintable(error));
+        for (const QString& t : tiene)
+            QVERIFY2(html.contains(t), qPrintable(t));
+        html.remove("<!--###seccioncc###-->"); // the comment's mark stays when there is none
+        for (const QString& t : noTiene)
+            QVERIFY2(!html.contains(t), qPrintable(t));
+        QVERIFY(!Presupuesto::Armar(d, "/no/existe", html, &error));
+        QCOMPARE(error.left(31), "No se pudo leer /no/existe/secc");
+    }
+
     // A concept added with F6 and its amount in dollars through FrmDatos; the quote previewed
     // with a comment that carries markup, then sent by the sender and as a desktop message.
     void conceptoYEnvio_data() { FilasDeMotoresYSeparadores(); }
@@ -168,6 +229,12 @@ private Q_SLOTS:
             });
         };
         e.elegir = "ALMACENAJE";
+        // Esc on the amount adds nothing.
+        AlAbrirse("FrmDatos", [](QWidget* w) {
+            QTest::keyClick(Control<QWidget>(w, "TxtValor"), Qt::Key_Escape);
+        });
+        Tecla(Qt::Key_F6);
+        QCOMPARE(Control<QTableWidget>(f, "Grd")->rowCount(), 0);
         montoEnDolares();
         Tecla(Qt::Key_F6);
         QCOMPARE(e.ofrecidos.first(), "ACARREO");
@@ -224,6 +291,12 @@ private Q_SLOTS:
                              "<!DOCTYPE html>\r\n"));
         QVERIFY(!eml.contains("<script>"));
         QCOMPARE(e.ts->settings().GetSetting("KORVEN", "FLAGS", "XOUTLOOK"), "S");
+
+        // Delete on the concepts removes the row from the store.
+        Control<QTableWidget>(f, "Grd")->setFocus();
+        Tecla(Qt::Key_Delete);
+        QCOMPARE(Filas(*e.ts, "select count(*) from itempresu where interno = ?", {kInterno}),
+                 QStringList{"0"});
         f.close();
     }
 };
