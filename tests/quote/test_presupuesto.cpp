@@ -1,0 +1,305 @@
+// The client's quote on an assembled and liquidated demo Operation, driven from the keyboard on
+// both engines and under both decimal separators.
+#include "assembly/FixtureArmado.h"
+#include "foundation/ListasMaestras.h"
+#include "liquidation/LiquidacionOperacion.h"
+#include "platform/IniFile.h"
+#include "quote/FrmPresupuesto.h"
+#include "support/Pantallas.h"
+#include "support/Pantallazo.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QTableWidget>
+
+using namespace korven;
+using namespace korven::test;
+
+namespace {
+const QString kInterno = QStringLiteral("DEMO-IC04-001");
+
+// The demo Operation assembled and liquidated, the quote's rate at 2.5, the mail server in
+// KORVEN.ini, and stand-ins for what lies outside the quote: the list screen answers the row
+// asked for, the sender and the desktop record what they were given.
+struct Escenario {
+    std::unique_ptr<TestStores> ts;
+    QStringList abiertos;  // files handed to the desktop
+    QVariantMap envio;     // what the sender was given
+    QString elegir;        // the row the list screen answers
+    QStringList ofrecidos; // the rows it was offered
+
+    explicit Escenario(Motor motor) : ts(DemoArmada(motor, kInterno)) {
+        {
+            Transaccion t(ts->stores(), {QStringLiteral("INTERNOS")});
+            LiquidacionOperacion(ts->ctx(), ts->conexion(QStringLiteral("INTERNOS")))
+                .Calcular(kInterno);
+            t.Confirmar();
+        }
+        ts->settings().SaveSetting("KORVEN", "PRESUPUESTO", "PASE", "2.5");
+        IniFile::Escribir("SMTP", "EMAIL", "despachos@korven.test", ts->ctx().rutaIni());
+        IniFile::Escribir("SMTP", "SERVER", "smtp.korven.test:25", ts->ctx().rutaIni());
+        Pantallas& p = ts->ctx().pantallas();
+        RegistrarPresupuesto(p, [this](const QString& ruta) {
+            abiertos << ruta;
+            return true;
+        });
+        p.Registrar("FrmListado", [this](AppContext&, const QVariantMap& a) {
+            ofrecidos = a.value("valores").toStringList();
+            return QVariant(elegir);
+        });
+        p.Registrar("FrmProcesando", [this](AppContext&, const QVariantMap& a) {
+            envio = a;
+            return QVariant(true);
+        });
+    }
+    QString Leer(const QString& archivo) {
+        QFile f(ts->directorio() + archivo);
+        return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+    }
+};
+
+QStringList Grilla(QWidget& f, const char* nombre) {
+    auto* g = Control<QTableWidget>(f, nombre);
+    QStringList r;
+    for (int i = 0; i < g->rowCount(); ++i) {
+        QStringList c;
+        for (int j = 0; j < g->columnCount(); ++j)
+            c << g->item(i, j)->text();
+        r << c.join('|');
+    }
+    return r;
+}
+
+QString Etiquetas(QWidget& f, const QList<const char*>& nombres) {
+    QStringList r;
+    for (const char* n : nombres)
+        r << Control<QLabel>(f, n)->text();
+    return r.join(' ');
+}
+
+// A figure written with "." shown in the separator of the run.
+QString Sep(QString texto, const QString& sep) {
+    static const QRegularExpression punto(QStringLiteral("(\\d)\\.(\\d)"));
+    return texto.replace(punto, QStringLiteral("\\1") + sep + QStringLiteral("\\2"));
+}
+} // namespace
+
+class TestPresupuesto : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    // The liquidation totals at the rate 2.5 (liqcero in dollars, pesos = dollars x 2.5 rounded
+    // half away: 584.09 -> 1460.225 -> 1460.23; 532.53 -> 1331.325 -> 1331.33).
+    void totales_data() { FilasDeMotoresYSeparadores(); }
+    void totales() {
+        MOTOR_O_SALTAR();
+        QFETCH(QString, sep);
+        SeparadorDecimalScope s(sep);
+        Escenario e(static_cast<Motor>(motor));
+        FrmPresupuesto f(e.ts->ctx(), {{"interno", kInterno}}, [](const QString&) { return true; });
+        Mostrar(f);
+        GuardarPantallazo("FrmPresupuesto", &f);
+        QVERIFY(f.width() <= kEscritorio.width() && f.height() + 70 <= kEscritorio.height());
+        QCOMPARE(f.windowTitle(), "Presupuesto");
+        QCOMPARE(Grilla(f, "GrdLiq"),
+                 Sep("ANTICIPO IMPUESTO A LAS GANANCIAS|P|1460.23|584.09;"
+                     "ARANCEL SIM IMPO|P|25.00|10.00;"
+                     "DERECHO DE IMPORTACION MINIMO|P|2967.23|1186.89;"
+                     "I.V.A. ADICIONAL|P|3641.73|1456.69;INGRESOS BRUTOS|P|1460.23|584.09;"
+                     "TASA DE ESTADISTICA|P|1331.33|532.53;REINTEGRO|C|1008.35|403.34",
+                     sep)
+                     .split(';'));
+        const QList<const char*> valores = {"LbFOB",     "LbFlete",   "LbSeguro", "LbPaseFob",
+                                            "LbBaseImp", "LbBaseIVA", "TxtPase"};
+        const QList<const char*> totales = {"LbGastosDespachoPeso", "LbGastosDespacho",
+                                            "lbTOTALCOBPes",        "lbTOTALCOBDol",
+                                            "lbTotalGARPes",        "lbTOTALGARDol"};
+        QCOMPARE(Etiquetas(f, valores.mid(0, 6)) + ' ' + Texto(&f, "TxtPase"),
+                 Sep("16780.00 850.00 120.50 01.000000 17750.50 19469.92 02.500000", sep));
+        QCOMPARE(Etiquetas(f, totales), Sep("10885.75 4354.29 1008.35 403.34 00.00 00.00", sep));
+
+        // Delete takes the row off the quote only: its mark's totals drop, liqcero keeps it.
+        auto* liq = Control<QTableWidget>(f, "GrdLiq");
+        liq->setFocus();
+        liq->setCurrentCell(0, 0);
+        Tecla(Qt::Key_Delete);
+        QCOMPARE(liq->rowCount(), 6);
+        QCOMPARE(Etiquetas(f, totales), Sep("9425.52 3770.20 1008.35 403.34 00.00 00.00", sep));
+        QCOMPARE(Filas(*e.ts, "select count(*) from liqcero where interno = ?", {kInterno}),
+                 QStringList{"11"});
+
+        // A new rate recomputes the pesos and becomes the default.
+        auto* pase = Control<QLineEdit>(f, "TxtPase");
+        pase->setFocus();
+        pase->selectAll();
+        Escribir(Sep("3.1", sep));
+        Tecla(Qt::Key_Return);
+        QCOMPARE(Texto(&f, "TxtPase"), Sep("03.100000", sep));
+        QCOMPARE(e.ts->settings().GetSetting("KORVEN", "PRESUPUESTO", "PASE"), "03.100000");
+        QCOMPARE(Grilla(f, "GrdLiq").last(), Sep("REINTEGRO|C|1250.35|403.34", sep));
+    }
+
+    // Exports carry no freight or insurance in the taxable base (FOB 16780 + freight 850 +
+    // insurance 120.50, all at rate 1); the sub-regime is read in upper case.
+    void baseImponible_data() {
+        QTest::addColumn<QString>("subregimen");
+        QTest::addColumn<double>("base");
+        QTest::newRow("importacion") << "IC04" << 17750.5;
+        QTest::newRow("exportacion") << "EC01" << 16780.0;
+        QTest::newRow("minusculas") << "eg01" << 16780.0;
+    }
+    void baseImponible() {
+        QFETCH(QString, subregimen);
+        QFETCH(double, base);
+        auto ts = DemoArmada(Motor::SQLite, kInterno);
+        ts->conexion("INTERNOS")
+            .Ejecutar("update caratula set idsubreg = ? where interno = ?", {subregimen, kInterno});
+        Presupuesto::Caratula c;
+        QVERIFY(Presupuesto(ts->ctx(), kInterno).LeerCaratula(1, c));
+        QCOMPARE(c.baseImp, base);
+        QVERIFY(!Presupuesto(ts->ctx(), "NO-EXISTE").LeerCaratula(1, c));
+    }
+
+    // The sections with nothing to repeat, and the amount on account.
+    void secciones_data() {
+        QTest::addColumn<double>("acuenta");
+        QTest::addColumn<QStringList>("tiene");
+        QTest::addColumn<QStringList>("noTiene");
+        QTest::newRow("sin a cuenta")
+            << 0.0
+            << QStringList{"<tr class=texto ></tr>", ">Sin Datos...</td></tr>",
+                           "<td>TOTAL</td><td class=\"num\">150.00</td>"}
+            << QStringList{"A CUENTA:", "###", "Comentarios"};
+        QTest::newRow("con a cuenta")
+            << 40.0
+            << QStringList{"<td>A CUENTA:</td><td class=\"num\">40.00-</td>",
+                           "<td>Subtotal</td><td class=\"num\">150.00</td>",
+                           "<td>TOTAL</td><td class=\"num\">110.00</td>"}
+            << QStringList{"###"};
+    }
+    void secciones() {
+        QFETCH(double, acuenta);
+        QFETCH(QStringList, tiene);
+        QFETCH(QStringList, noTiene);
+        SeparadorDecimalScope s(".");
+        Presupuesto::Datos d;
+        d.despacho = {40, 100};
+        d.pase = 2;
+        d.operativos = {25, 0}; // 100 + 2 x 25 = 150
+        d.acuenta = acuenta;
+        d.hayAcuenta = true;
+        QString html, error;
+        const QString carpeta = Presupuesto::CarpetaSecciones("/sin/programa");
+        QVERIFY2(Presupuesto::Armar(d, carpeta, html, &error), qPrintable(error));
+        for (const QString& t : tiene)
+            QVERIFY2(html.contains(t), qPrintable(t));
+        html.remove("<!--###seccioncc###-->"); // the comment's mark stays when there is none
+        for (const QString& t : noTiene)
+            QVERIFY2(!html.contains(t), qPrintable(t));
+        QVERIFY(!Presupuesto::Armar(d, "/no/existe", html, &error));
+        QCOMPARE(error.left(31), "No se pudo leer /no/existe/secc");
+    }
+
+    // A concept added with F6 and its amount in dollars through FrmDatos; the quote previewed
+    // with a comment that carries markup, then sent by the sender and as a desktop message.
+    void conceptoYEnvio_data() { FilasDeMotoresYSeparadores(); }
+    void conceptoYEnvio() {
+        MOTOR_O_SALTAR();
+        QFETCH(QString, sep);
+        SeparadorDecimalScope s(sep);
+        Escenario e(static_cast<Motor>(motor));
+        ListasMaestras(e.ts->stores())
+            .GrabarComentario(kInterno, "Ver <script>alert('x')</script>\nD'Agostino & hijos");
+        FrmPresupuesto f(e.ts->ctx(), {{"interno", kInterno}}, [&e](const QString& r) {
+            e.abiertos << r;
+            return true;
+        });
+        Mostrar(f);
+
+        const QString importe = sep == "," ? "1.234,5" : "1,234.5";
+        auto montoEnDolares = [&] {
+            AlAbrirse("FrmDatos", [&](QWidget* w) {
+                QCOMPARE(Control<QLabel>(w, "LbDescripcion")->text(), "ALMACENAJE");
+                Control<QWidget>(w, "Option2")->setFocus();
+                QTest::keyClick(Control<QWidget>(w, "Option2"), Qt::Key_Space);
+                Control<QWidget>(w, "TxtValor")->setFocus();
+                QTest::keyClicks(Control<QWidget>(w, "TxtValor"), importe);
+                QTest::keyClick(Control<QWidget>(w, "TxtValor"), Qt::Key_Return);
+            });
+        };
+        e.elegir = "ALMACENAJE";
+        // Esc on the amount adds nothing.
+        AlAbrirse("FrmDatos", [](QWidget* w) {
+            QTest::keyClick(Control<QWidget>(w, "TxtValor"), Qt::Key_Escape);
+        });
+        Tecla(Qt::Key_F6);
+        QCOMPARE(Control<QTableWidget>(f, "Grd")->rowCount(), 0);
+        montoEnDolares();
+        Tecla(Qt::Key_F6);
+        QCOMPARE(e.ofrecidos.first(), "ACARREO");
+        QCOMPARE(Filas(*e.ts,
+                       "select concepto,valorpeso,valordolar from itempresu where "
+                       "interno = ?",
+                       {kInterno}),
+                 QStringList{"ALMACENAJE|0|1234.5"});
+        QCOMPARE(Grilla(f, "Grd"), QStringList{Sep("ALMACENAJE|00.00|1234.50", sep)});
+        QCOMPARE(Etiquetas(f, {"LbGastosOperativos", "LbGastosOperativosDol"}),
+                 Sep("00.00 1234.50", sep));
+        montoEnDolares();
+        Tecla(Qt::Key_F6);
+        QCOMPARE(e.ts->dialogos().todo().join('/'), "Este concepto ya existe en el presupuesto.");
+
+        // Preview: subtotal 10885.75 + 2.5 x 1234.50 = 13972.00, less 1000 on account.
+        Control<QLineEdit>(f, "txtAcuenta")->setText("1000");
+        Tecla(Qt::Key_F12);
+        QCOMPARE(e.abiertos, QStringList{e.ts->directorio() + "vista.htm"});
+        const QString html = e.Leer("vista.htm");
+        QVERIFY(html.contains("Ver &lt;script&gt;alert(&#39;x&#39;)&lt;/script&gt;<br>"
+                              "D&#39;Agostino &amp; hijos"));
+        QVERIFY(!html.contains("<script>"));
+        for (const QString& t :
+             {Sep("<td>ALMACENAJE</td><td class=\"num\">00.00</td><td class=\"num\">1234.50", sep),
+              Sep("<td>Subtotal</td><td class=\"num\">13972.00</td>", sep),
+              Sep("<td>A CUENTA:</td><td class=\"num\">1000.00-</td>", sep),
+              Sep("<td>TOTAL</td><td class=\"num\">12972.00</td>", sep),
+              QString("<tr class=texto ></tr>"), QString("IMPORTADORA DEL PLATA S.A.")})
+            QVERIFY2(html.contains(t), qPrintable(t));
+
+        // By the sender: the arguments it gets; the amount on account is kept.
+        Tecla(Qt::Key_F11);
+        const QString asunto = "Presupuesto " + FormatoFecha(QDate::currentDate(), "Long Date");
+        QCOMPARE(e.envio.value("servidor"), "smtp.korven.test:25");
+        QCOMPARE(e.envio.value("desdeDireccion"), "despachos@korven.test");
+        QCOMPARE(e.envio.value("desdeNombre"), "GOMEZ MARIA LAURA");
+        QCOMPARE(e.envio.value("paraDireccion"), "compras@importadoradelplata.com.ar");
+        QCOMPARE(e.envio.value("paraNombre"), "IMPORTADORA DEL PLATA S.A.");
+        QCOMPARE(e.envio.value("asunto"), asunto);
+        QCOMPARE(e.envio.value("cuerpo").toString(), html);
+        QCOMPARE(Filas(*e.ts, "select factura6 from caratula where interno = ?", {kInterno}),
+                 QStringList{"1000.00"});
+
+        // By the desktop's mail program: a message file, and the choice is kept.
+        Control<QRadioButton>(f, "opOutLook")->setChecked(true);
+        Tecla(Qt::Key_F11);
+        QCOMPARE(e.abiertos.last(), e.ts->directorio() + "Presupuesto.eml");
+        const QString eml = e.Leer("Presupuesto.eml");
+        QVERIFY(eml.startsWith("From: <despachos@korven.test>\r\n"
+                               "To: <compras@importadoradelplata.com.ar>\r\nSubject: "));
+        QVERIFY(eml.contains("\r\nContent-Type: text/html; charset=\"utf-8\"\r\n"
+                             "Content-Transfer-Encoding: quoted-printable\r\nX-Unsent: 1\r\n\r\n"
+                             "<!DOCTYPE html>\r\n"));
+        QVERIFY(!eml.contains("<script>"));
+        QCOMPARE(e.ts->settings().GetSetting("KORVEN", "FLAGS", "XOUTLOOK"), "S");
+
+        // Delete on the concepts removes the row from the store.
+        Control<QTableWidget>(f, "Grd")->setFocus();
+        Tecla(Qt::Key_Delete);
+        QCOMPARE(Filas(*e.ts, "select count(*) from itempresu where interno = ?", {kInterno}),
+                 QStringList{"0"});
+        f.close();
+    }
+};
+
+QTEST_MAIN(TestPresupuesto)
+#include "test_presupuesto.moc"
