@@ -8,6 +8,7 @@
 #include "liquidation/PantallasLiquidacion.h"
 #include "platform/AppContext.h"
 #include "platform/Pantallas.h"
+#include "quote/PantallasPresupuesto.h"
 #include "schema/Esquema.h"
 #include "support/Pantallas.h"
 #include "support/Pantallazo.h"
@@ -38,6 +39,7 @@ private Q_SLOTS:
         p.registros.push_back([](AppContext& ctx) {
             RegistrarPantallasCaratula(ctx.pantallas());
             RegistrarPantallasLiquidacion(ctx.pantallas());
+            RegistrarPantallasPresupuesto(ctx.pantallas());
         });
         sesion_ = Main(p);
         QVERIFY(sesion_);
