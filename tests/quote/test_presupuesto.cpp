@@ -5,8 +5,10 @@
 #include "liquidation/LiquidacionOperacion.h"
 #include "platform/IniFile.h"
 #include "quote/FrmPresupuesto.h"
+#include "quote/FrmProcesando.h"
 #include "support/Pantallas.h"
 #include "support/Pantallazo.h"
+#include "support/ServidorSmtp.h"
 
 #include <QFile>
 #include <QLabel>
@@ -297,6 +299,43 @@ private Q_SLOTS:
         Tecla(Qt::Key_Delete);
         QCOMPARE(Filas(*e.ts, "select count(*) from itempresu where interno = ?", {kInterno}),
                  QStringList{"0"});
+        f.close();
+    }
+
+    // The quote of the demo Operation through the real sender to a real server: the message
+    // arrives with its headers and the quote's totals, and the comment as text.
+    void envioAlServidor() {
+        SeparadorDecimalScope s(QStringLiteral(","));
+        Escenario e(Motor::SQLite);
+        ServidorSmtp servidor(QStringLiteral("normal"));
+        IniFile::Escribir("SMTP", "SERVER", servidor.direccion(), e.ts->ctx().rutaIni());
+        RegistrarEnvioCorreo(e.ts->ctx().pantallas());
+        ListasMaestras(e.ts->stores()).GrabarComentario(kInterno, "Ver <b>esto</b>");
+        FrmPresupuesto f(e.ts->ctx(), {{"interno", kInterno}}, [](const QString&) { return true; });
+        Mostrar(f);
+        bool quedoAbierta = false;
+        AlAbrirseYCerrar(
+            QStringLiteral("FrmProcesando"),
+            [](QWidget* w) {
+                auto* p = qobject_cast<FrmProcesando*>(w);
+                if (QTest::qWaitFor([p] { return p->terminado(); }, 30000))
+                    QTest::keyClick(w, Qt::Key_Escape);
+            },
+            &quedoAbierta);
+        Tecla(Qt::Key_F12);
+        Tecla(Qt::Key_F11);
+        QVERIFY(!quedoAbierta);
+        QVERIFY2(servidor.recibidos() == 1, qPrintable(e.ts->dialogos().todo().join('/')));
+        const QString mensaje = QString::fromLatin1(servidor.mensaje(1));
+        QCOMPARE(servidor.sobre(1).value("para").toVariant().toStringList(),
+                 QStringList{"compras@importadoradelplata.com.ar"});
+        for (const QString& t :
+             {QStringLiteral("\r\nTo:IMPORTADORA DEL PLATA S.A. "
+                             "<compras@importadoradelplata.com.ar>\r\n"),
+              QStringLiteral("Content-Type: text/html;Charset=\"iso-8859-1\"\r\n"),
+              QStringLiteral("Ver &lt;b&gt;esto&lt;/b&gt;"),
+              QStringLiteral("<td class=\"num\">10885,75</td>")})
+            QVERIFY2(mensaje.contains(t), qPrintable(t));
         f.close();
     }
 };
