@@ -497,28 +497,12 @@ QString FrmPresupuesto::LP_ArmarRep(const QString& archivo, int modo, QString& r
     resultado.clear();
     try {
         Presupuesto::Datos d;
-        d.despachante = car_.despachante;
-        d.cliente = car_.cliente;
-        d.domicilio = car_.domicilio;
+        d.car = car_;
         d.interno = interno_;
         d.comentario = work_.Comentario();
         d.referencias = referencias_;
-        d.liq = car_.liq;
         d.conceptos = conceptos_;
-        d.fob = car_.fob;
-        d.flete = car_.flete;
-        d.seguro = car_.seguro;
-        d.ajInc = car_.ajInc;
-        d.ajDed = car_.ajDed;
-        d.paseFob = car_.paseFob;
-        d.paseFlete = car_.paseFlete;
-        d.paseSeguro = car_.paseSeguro;
-        d.baseImp = car_.baseImp;
-        d.baseIva = car_.baseIva;
         d.pase = Pase();
-        d.despacho = car_.despacho;
-        d.cobrar = car_.cobrar;
-        d.garantizar = car_.garantizar;
         d.operativos = operativos_;
         d.hayAcuenta = LeerNumeroTecleado(txtAcuenta->text().trimmed(), &d.acuenta);
 

@@ -278,10 +278,10 @@ bool Presupuesto::Armar(const Datos& d, const QString& carpeta, QString& html, Q
 
     QString t = s[0];
     t = poner(t, "fechapres", FormatoFecha(QDate::currentDate(), QStringLiteral("Long Date")));
-    t = poner(t, "desnom", d.despachante);
-    t = poner(t, "clinom", d.cliente);
+    t = poner(t, "desnom", d.car.despachante);
+    t = poner(t, "clinom", d.car.cliente);
     t = poner(t, "intnro", d.interno);
-    t = poner(t, "clidir", d.domicilio);
+    t = poner(t, "clidir", d.car.domicilio);
 
     t += Repetir(
         s[1], static_cast<int>(d.referencias.size()),
@@ -302,37 +302,37 @@ bool Presupuesto::Armar(const Datos& d, const QString& carpeta, QString& html, Q
     }
 
     QString v = s[3];
-    v = poner(v, "fobvlr", F2(d.fob));
-    v = poner(v, "fletvlr", F2(d.flete));
-    v = poner(v, "segvlr", F2(d.seguro));
-    v = poner(v, "ajuinc", F2(d.ajInc));
-    v = poner(v, "ajuded", F2(d.ajDed));
-    v = poner(v, "pasfob", F6(d.paseFob));
-    v = poner(v, "pasflet", F6(d.paseFlete));
-    v = poner(v, "passeg", F6(d.paseSeguro));
-    v = poner(v, "bimp", F2(d.baseImp));
-    v = poner(v, "bimppeso", F2(Producto(d.baseImp, d.pase)));
-    v = poner(v, "biva", F2(d.baseIva));
+    v = poner(v, "fobvlr", F2(d.car.fob));
+    v = poner(v, "fletvlr", F2(d.car.flete));
+    v = poner(v, "segvlr", F2(d.car.seguro));
+    v = poner(v, "ajuinc", F2(d.car.ajInc));
+    v = poner(v, "ajuded", F2(d.car.ajDed));
+    v = poner(v, "pasfob", F6(d.car.paseFob));
+    v = poner(v, "pasflet", F6(d.car.paseFlete));
+    v = poner(v, "passeg", F6(d.car.paseSeguro));
+    v = poner(v, "bimp", F2(d.car.baseImp));
+    v = poner(v, "bimppeso", F2(Producto(d.car.baseImp, d.pase)));
+    v = poner(v, "biva", F2(d.car.baseIva));
     v = poner(v, "tipocambio", F6(d.pase));
     t += v;
 
     t += Repetir(
-        s[4], static_cast<int>(d.liq.size()),
+        s[4], static_cast<int>(d.car.liq.size()),
         [&](QString p, int i) {
-            p = poner(p, "gstdsc", d.liq[i].concepto);
-            p = poner(p, "pgc", d.liq[i].pgc);
-            p = poner(p, "gstpesr", F2(d.liq[i].peso));
-            return poner(p, "gstdlr", F2(d.liq[i].dolar));
+            p = poner(p, "gstdsc", d.car.liq[i].concepto);
+            p = poner(p, "pgc", d.car.liq[i].pgc);
+            p = poner(p, "gstpesr", F2(d.car.liq[i].peso));
+            return poner(p, "gstdlr", F2(d.car.liq[i].dolar));
         },
         filaVacia);
 
     QString tot = s[5];
-    tot = poner(tot, "gsttotpes", F2(d.despacho.peso));
-    tot = poner(tot, "gstotdol", F2(d.despacho.dolar));
-    tot = poner(tot, "totgarpes", F2(d.garantizar.peso));
-    tot = poner(tot, "totgardol", F2(d.garantizar.dolar));
-    tot = poner(tot, "totcobpes", F2(d.cobrar.peso));
-    tot = poner(tot, "totcobdol", F2(d.cobrar.dolar));
+    tot = poner(tot, "gsttotpes", F2(d.car.despacho.peso));
+    tot = poner(tot, "gstotdol", F2(d.car.despacho.dolar));
+    tot = poner(tot, "totgarpes", F2(d.car.garantizar.peso));
+    tot = poner(tot, "totgardol", F2(d.car.garantizar.dolar));
+    tot = poner(tot, "totcobpes", F2(d.car.cobrar.peso));
+    tot = poner(tot, "totcobdol", F2(d.car.cobrar.dolar));
     t += tot;
 
     t += Repetir(
@@ -347,11 +347,11 @@ bool Presupuesto::Armar(const Datos& d, const QString& carpeta, QString& html, Q
     QString fin = s[7];
     fin = poner(fin, "optotpes", F2(d.operativos.peso));
     fin = poner(fin, "optotdol", F2(d.operativos.dolar));
-    fin = poner(fin, "totadu", F2(d.despacho.peso));
+    fin = poner(fin, "totadu", F2(d.car.despacho.peso));
     fin = poner(fin, "totdol", F2(d.operativos.dolar));
     fin = poner(fin, "totpes", F2(d.operativos.peso));
     const double subtotal =
-        RedondearDecimal(d.despacho.peso + d.pase * d.operativos.dolar + d.operativos.peso, 2);
+        RedondearDecimal(d.car.despacho.peso + d.pase * d.operativos.dolar + d.operativos.peso, 2);
     fin = poner(fin, "subtotal", F2(subtotal));
     double total = subtotal;
     if (d.hayAcuenta && d.acuenta > 0) {

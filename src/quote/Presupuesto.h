@@ -40,15 +40,15 @@ public:
     struct Referencia {
         QString referencia, valor;
     };
-    // Everything the HTML text needs, as the screen holds it.
+    // Everything the HTML text needs, as the screen holds it: the header and liquidation as
+    // read (less the rows the clerk took out), and what the screen adds.
     struct Datos {
-        QString despachante, cliente, domicilio, interno, comentario;
+        Caratula car;
+        QString interno, comentario;
         QList<Referencia> referencias;
-        QList<FilaLiq> liq;
         QList<Concepto> conceptos;
-        double fob = 0, flete = 0, seguro = 0, ajInc = 0, ajDed = 0;
-        double paseFob = 0, paseFlete = 0, paseSeguro = 0, baseImp = 0, baseIva = 0, pase = 0;
-        Total despacho, cobrar, garantizar, operativos;
+        double pase = 0;
+        Total operativos;
         double acuenta = 0;
         bool hayAcuenta = false; // the a-cuenta text was numeric
     };

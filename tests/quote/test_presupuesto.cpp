@@ -186,7 +186,7 @@ private Q_SLOTS:
         QFETCH(QStringList, noTiene);
         SeparadorDecimalScope s(".");
         Presupuesto::Datos d;
-        d.despacho = {40, 100};
+        d.car.despacho = {40, 100};
         d.pase = 2;
         d.operativos = {25, 0}; // 100 + 2 x 25 = 150
         d.acuenta = acuenta;
