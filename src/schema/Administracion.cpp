@@ -11,6 +11,7 @@
 #include "schema/LectorEsquema.h"
 #include "schema/Migrador.h"
 #include "schema/OperacionesDemo.h"
+#include "schema/Respaldo.h"
 #include "schema/Unificador.h"
 
 #include <QAtomicInt>
@@ -123,6 +124,13 @@ QString Administracion::TextoAyuda() {
         "              (internos.db, systablas.db, ...), en el archivo único korven.db de la\n"
         "              misma carpeta. Todo o nada: si algo falla, no queda korven.db y los\n"
         "              archivos anteriores no se tocan.\n"
+        "  respaldo <archivo>\n"
+        "              Copia todas las bases en el archivo, sin detener las estaciones de\n"
+        "              trabajo. Si las bases están en varios archivos o servidores, escribe\n"
+        "              un archivo por base: <archivo>.internos, <archivo>.ncm, ...\n"
+        "  restaurar <archivo>\n"
+        "              Reemplaza todas las bases por las del respaldo, todo o nada. Se niega\n"
+        "              mientras haya operaciones abiertas en alguna estación de trabajo.\n"
         "  ayuda       Muestra este texto.\n"
         "\n"
         "Opciones de todas las órdenes:\n"
@@ -234,6 +242,8 @@ int Administracion::Ejecutar(const QStringList& argumentos) {
             return Estado(o);
         if (orden == QLatin1String("unificar"))
             return Unificar(o);
+        if (orden == QLatin1String("respaldo") || orden == QLatin1String("restaurar"))
+            return RespaldoORestauracion(orden == QLatin1String("respaldo"), o);
         err_ << QStringLiteral("Orden desconocida: %1").arg(argumentos.first()) << Qt::endl
              << QStringLiteral("Use \"korven-admin ayuda\" para ver las órdenes.") << Qt::endl;
         return Uso;
@@ -545,6 +555,33 @@ int Administracion::Unificar(const Opciones& o) {
          << QStringLiteral("Los archivos anteriores quedan como estaban; guárdelos como respaldo "
                            "o bórrelos.")
          << Qt::endl;
+    return Correcto;
+}
+
+int Administracion::RespaldoORestauracion(bool respaldar, const Opciones& o) {
+    const char* orden = respaldar ? "respaldo" : "restaurar";
+    if (o.posicionales.size() != 1) {
+        err_ << QStringLiteral("%1 lleva un argumento, el archivo del respaldo.")
+                    .arg(QLatin1String(orden))
+             << Qt::endl;
+        return Uso;
+    }
+    const QString archivo = QFileInfo(o.posicionales.first()).absoluteFilePath();
+    StoreDirectory stores;
+    AbrirStores(stores, o);
+    try {
+        Respaldo r(stores);
+        QStringList archivos = respaldar ? r.Respaldar(archivo) : r.Restaurar(archivo);
+        for (QString& a : archivos)
+            a = QDir::toNativeSeparators(a);
+        out_ << (respaldar ? QStringLiteral("Respaldo escrito: %1.")
+                           : QStringLiteral("Bases restauradas desde: %1."))
+                    .arg(archivos.join(QStringLiteral(", ")))
+             << Qt::endl;
+    } catch (const KorvenError& e) {
+        err_ << e.descripcion() << Qt::endl;
+        return Fallo;
+    }
     return Correcto;
 }
 

@@ -21,6 +21,8 @@ namespace korven::schema {
 //   listar      <tabla> [--config F] [--entidad E] [--columnas a,b] [--limite N]
 //   estado      [--config F]
 //   unificar    [--config F]
+//   respaldo    <archivo> [--config F]
+//   restaurar   <archivo> [--config F]
 //   ayuda
 class Administracion {
 public:
@@ -54,6 +56,7 @@ private:
     int Listar(const Opciones& o);
     int Estado(const Opciones& o);
     int Unificar(const Opciones& o);
+    int RespaldoORestauracion(bool respaldar, const Opciones& o);
 
     void InformarEsquema(StoreDirectory& stores, bool soloActualizar);
     void InformarDemo(StoreDirectory& stores, const Opciones& o);
