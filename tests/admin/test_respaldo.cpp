@@ -96,9 +96,10 @@ class TestRespaldo : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void durante_armado_data() { FilasDeMotores(); }
-    // The copy is taken while a second process assembles the demo Operation; after the
-    // Operation is deleted, restaurar brings back exactly the stores before the assembly or
-    // after it, never a half-assembled Operation.
+    // The copy is taken while a second process assembles the demo Operation and this one holds
+    // a change unconfirmed; after the Operation is deleted, restaurar brings back exactly the
+    // stores before the assembly or after it (without the unconfirmed change), never a
+    // half-assembled Operation.
     void durante_armado() {
         MOTOR_O_SALTAR();
         auto t = ConDemo(static_cast<Motor>(motor));
@@ -106,11 +107,24 @@ private Q_SLOTS:
         const QStringList antes = Huella(*t);
         QCOMPARE(Filas(*t, QStringLiteral("item"), kOp).size(), 0);
 
+        // A change not yet confirmed by this workstation while both run: the copy leaves it out
+        // (on SQLite it also holds the assembly back until it is confirmed).
+        Conexion& cx = t->conexion(QStringLiteral("INTERNOS"));
+        const QString otra = QStringLiteral("DEMO-IT01-001");
+        const QVariant factura = cx.Escalar(
+            QStringLiteral("select factura1 from caratula where interno = '%1'").arg(otra));
+        cx.Comenzar();
+        cx.Ejecutar(
+            QStringLiteral("update caratula set factura1 = 'SIN CONFIRMAR' where interno = ?"),
+            {otra});
         QProcess armado, respaldo;
         Iniciar(armado, *t, {QStringLiteral("armar"), kOp});
         Iniciar(respaldo, *t, {QStringLiteral("respaldo"), archivo});
         const Corrida r = Esperar(respaldo);
+        cx.Confirmar();
         const Corrida a = Esperar(armado);
+        cx.Ejecutar(QStringLiteral("update caratula set factura1 = ? where interno = ?"),
+                    {factura, otra});
         QCOMPARE(r.errores, QString());
         QCOMPARE(r.salida, QStringLiteral("Respaldo escrito: %1.\n").arg(archivo));
         QCOMPARE(a.codigo, 0);
