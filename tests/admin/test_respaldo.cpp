@@ -104,6 +104,8 @@ private Q_SLOTS:
         MOTOR_O_SALTAR();
         auto t = ConDemo(static_cast<Motor>(motor));
         const QString archivo = t->directorio() + QStringLiteral("copia.respaldo");
+        // Confirmed, but on SQLite still in the journal of this open connection.
+        BorrarOperacion(*t, QStringLiteral("DEMO-EC01-001"));
         const QStringList antes = Huella(*t);
         QCOMPARE(Filas(*t, QStringLiteral("item"), kOp).size(), 0);
 
@@ -143,7 +145,7 @@ private Q_SLOTS:
         const int itemsCopia = Filas(*t, QStringLiteral("item"), kOp).size();
         QVERIFY2(itemsCopia == 0 || itemsCopia == items, qPrintable(QString::number(itemsCopia)));
         QCOMPARE(restauradas, itemsCopia == 0 ? antes : despues);
-        QCOMPARE(Filas(*t, QStringLiteral("caratula")).size(), 4);
+        QCOMPARE(Filas(*t, QStringLiteral("caratula")).size(), 3);
     }
 
     void refusals_data() {
