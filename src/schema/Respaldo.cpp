@@ -11,6 +11,7 @@
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QStandardPaths>
+#include <memory>
 #include <sqlite3.h>
 
 namespace korven::schema {
@@ -115,24 +116,22 @@ void RespaldarSQLite(Conexion& cx, const QString& archivo) {
     }
 }
 
-void RestaurarSQLite(Conexion& cx, const QString& archivo) {
-    Archivo origen(archivo, SQLITE_OPEN_READONLY);
-    QString problema = origen.error();
+// The copy opened for reading, once the engine finds it whole and it holds the stores' schema.
+std::unique_ptr<Archivo> CopiaSQLite(const QString& archivo) {
+    auto origen = std::make_unique<Archivo>(archivo, SQLITE_OPEN_READONLY);
+    QString problema = origen->error();
     if (problema.isEmpty()) {
-        const QString revision = Primero(origen.db(), "PRAGMA quick_check");
+        const QString revision = Primero(origen->db(), "PRAGMA quick_check");
         if (revision != QLatin1String("ok"))
             problema = revision.startsWith(u'!') ? revision.mid(1) : revision;
-        else if (Primero(origen.db(), "select count(*) from sqlite_master where type = 'table' "
-                                      "and name = 'interno'") != QLatin1String("1"))
+        else if (Primero(origen->db(), "select count(*) from sqlite_master where type = 'table' "
+                                       "and name = 'korven_version'") != QLatin1String("1"))
             problema = QStringLiteral("no tiene las tablas de Korven");
     }
     if (!problema.isEmpty())
         Fallar(QStringLiteral("El archivo %1 no es un respaldo válido: %2")
                    .arg(Nativo(archivo), problema));
-    const QString error = Copiar(origen.db(), Manejador(cx));
-    if (!error.isEmpty())
-        Fallar(QStringLiteral("No se pudo restaurar %1: %2. Las bases quedan como estaban.")
-                   .arg(Nativo(archivo), error));
+    return origen;
 }
 
 // A libpq connection string with the settings of an entity; the password goes through the
@@ -231,20 +230,31 @@ QStringList Respaldo::Restaurar(const QString& archivo) {
                    .arg(abiertas)
                    .arg(abiertas == 1 ? QStringLiteral("operación abierta")
                                       : QStringLiteral("operaciones abiertas")));
+    // Every copy is checked before any store is replaced.
+    QList<std::shared_ptr<Archivo>> copias;
+    for (const Destino& d : destinos) {
+        if (stores_.getDataConnectionByEntity(d.entidad).motor() == Motor::SQLite)
+            copias << CopiaSQLite(d.archivo);
+        else
+            Herramienta(QStringLiteral("pg_restore"), {QStringLiteral("-l"), d.archivo},
+                        stores_.Parametros(d.entidad),
+                        QStringLiteral("La lectura del respaldo %1").arg(Nativo(d.archivo)));
+    }
     QStringList leidos;
     for (const Destino& d : destinos) {
         Conexion& cx = stores_.getDataConnectionByEntity(d.entidad);
         if (cx.motor() == Motor::SQLite) {
-            RestaurarSQLite(cx, d.archivo);
+            const QString error = Copiar(copias.takeFirst()->db(), Manejador(cx));
+            if (!error.isEmpty())
+                Fallar(QStringLiteral("No se pudo restaurar %1: %2. La base queda como estaba.")
+                           .arg(Nativo(d.archivo), error));
         } else {
-            const auto p = stores_.Parametros(d.entidad);
-            Herramienta(QStringLiteral("pg_restore"), {QStringLiteral("-l"), d.archivo}, p,
-                        QStringLiteral("La lectura del respaldo %1").arg(Nativo(d.archivo)));
             Herramienta(QStringLiteral("pg_restore"),
                         {QStringLiteral("--clean"), QStringLiteral("--if-exists"),
                          QStringLiteral("--single-transaction"), QStringLiteral("--no-owner"),
-                         QStringLiteral("-d"), Conexion_(p), d.archivo},
-                        p, QStringLiteral("La restauración de %1").arg(Nativo(d.archivo)));
+                         QStringLiteral("-d"), Conexion_(stores_.Parametros(d.entidad)), d.archivo},
+                        stores_.Parametros(d.entidad),
+                        QStringLiteral("La restauración de %1").arg(Nativo(d.archivo)));
         }
         leidos << d.archivo;
     }
