@@ -203,13 +203,25 @@ QStringList Respaldo::Respaldar(const QString& archivo) {
             RespaldarSQLite(cx, d.archivo);
         } else {
             const auto p = stores_.Parametros(d.entidad);
+            // Written aside and put in place when whole: a failed run leaves no half file.
+            const QString parcial = d.archivo + QStringLiteral(".parcial");
             QStringList args{QStringLiteral("-Fc"), QStringLiteral("--no-owner"),
-                             QStringLiteral("-f"), d.archivo};
+                             QStringLiteral("-f"), parcial};
             if (!p.value(QStringLiteral("SCHEMA")).isEmpty())
                 args << QStringLiteral("-n") << p.value(QStringLiteral("SCHEMA"));
             args << QStringLiteral("-d") << Conexion_(p);
-            Herramienta(QStringLiteral("pg_dump"), args, p,
-                        QStringLiteral("El respaldo de %1").arg(stores_.Ubicacion(d.entidad)));
+            try {
+                Herramienta(QStringLiteral("pg_dump"), args, p,
+                            QStringLiteral("El respaldo de %1").arg(stores_.Ubicacion(d.entidad)));
+            } catch (const KorvenError&) {
+                QFile::remove(parcial);
+                throw;
+            }
+            if ((QFile::exists(d.archivo) && !QFile::remove(d.archivo)) ||
+                !QFile::rename(parcial, d.archivo))
+                Fallar(QStringLiteral("No se pudo escribir el respaldo %1: no se puede reemplazar "
+                                      "el archivo existente")
+                           .arg(Nativo(d.archivo)));
         }
         escritos << d.archivo;
     }
