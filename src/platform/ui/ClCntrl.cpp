@@ -191,7 +191,10 @@ void ClCntrl::Pasar(bool adelante) {
 }
 
 bool ClCntrl::eventFilter(QObject* objeto, QEvent* evento) {
-    if (objeto != txt_)
+    // A text box being destroyed is no longer a QLineEdit when it gives up the focus: nothing is
+    // done for it then (nor may it be reached through txt_).
+    auto* txt = qobject_cast<QLineEdit*>(objeto);
+    if (txt == nullptr || txt != txt_)
         return QObject::eventFilter(objeto, evento);
     switch (evento->type()) {
     case QEvent::FocusIn:
