@@ -17,9 +17,9 @@ if [ "$sanitizers" -eq 1 ]; then
     cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKORVEN_SANITIZERS=ON \
         -DKORVEN_BENCH=OFF >/dev/null
     cmake --build "$dir" -j"$(nproc)"
-    # Leak detection stays off: the Qt SQL drivers and the PostgreSQL client library keep
-    # allocations alive until exit. Options given by the caller come last and win.
-    export ASAN_OPTIONS="halt_on_error=1:detect_leaks=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+    # Leak detection is on: the whole suite runs without leaks, the SQLite and PostgreSQL
+    # drivers included. Options given by the caller come last and win.
+    export ASAN_OPTIONS="halt_on_error=1:detect_leaks=1${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
     export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
 else
     dir=build
