@@ -1,21 +1,19 @@
 // Start-up to the main menu on the reference data: the start routine (stores, KORVEN.ini,
-// nomenclator date, frame and menu) until the menu is on screen, offscreen. Prints the median
-// of the runs in milliseconds.
+// nomenclator date, frame and menu) until the menu is on screen, offscreen, on SQLite and, when
+// KORVEN_TEST_PG names a server, on PostgreSQL. Prints the median of the runs in milliseconds.
 //
 //   build/bench/bench_arranque [runs]
 
-#include "foundation/BasesIniciales.h"
+#include "Medir.h"
 #include "foundation/Main.h"
 #include "foundation/MenuP.h"
 #include "foundation/Sesion.h"
-#include "platform/ScriptedDialogs.h"
+#include "schema/Esquema.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QTemporaryDir>
-#include <algorithm>
 #include <cstdio>
-#include <vector>
+
+using namespace korven;
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
@@ -24,47 +22,34 @@ int main(int argc, char** argv) {
         qputenv("KORVEN_SOURCE_DIR", KORVEN_SOURCE_DIR_BENCH);
     QApplication app(argc, argv);
     const int corridas = argc > 1 ? std::max(1, QString::fromLocal8Bit(argv[1]).toInt()) : 20;
+    for (Motor motor : bench::Motores()) {
+        test::TestStores ts(motor);
+        schema::CrearOActualizar(ts.stores());
+        schema::CargarDatosReferencia(ts.stores(), schema::CarpetaDatos(ts.directorio()));
+        ts.stores().CloseAllDataConnection();
 
-    QTemporaryDir dir;
-    korven::ScriptedDialogs dialogos;
-    QElapsedTimer reloj;
-    reloj.start();
-    if (!korven::CrearBasesIniciales(dir.path(), dialogos)) {
-        std::fprintf(stderr, "No se pudieron crear las bases: %s\n",
-                     qPrintable(dialogos.mensajes().join(QStringLiteral(" | "))));
-        return 1;
-    }
-    std::printf("bases con los datos de referencia creadas en %lld ms\n",
-                static_cast<long long>(reloj.elapsed()));
-
-    korven::ParametrosArranque p;
-    p.directorioPrograma = dir.path();
-    p.carpetaSettings = dir.filePath(QStringLiteral("settings"));
-    p.dialogos = &dialogos;
-    int fines = 0;
-    p.finDelProceso = [&fines](int) { ++fines; };
-
-    // The first start writes the locations back to KORVEN.ini; the runs measure the starts that
-    // follow, as a workstation has them every day.
-    korven::Main(p).reset();
-
-    std::vector<double> ms;
-    for (int i = 0; i < corridas; ++i) {
-        reloj.start();
-        std::unique_ptr<korven::Sesion> s = korven::Main(p);
-        QCoreApplication::processEvents();
-        const qint64 ns = reloj.nsecsElapsed();
-        if (!s || !s->menu() || !s->menu()->isVisible() || fines != 0) {
+        ParametrosArranque p;
+        p.directorioPrograma = ts.directorio();
+        p.carpetaSettings = ts.settings().carpeta();
+        p.dialogos = &ts.dialogos();
+        int fines = 0;
+        p.finDelProceso = [&fines](int) { ++fines; };
+        // The first start writes the locations back to KORVEN.ini; the runs measure the starts
+        // that follow, as a workstation has them every day.
+        Main(p).reset();
+        bool bien = true;
+        const double ms = bench::Mediana(corridas, [&] {
+            std::unique_ptr<Sesion> s = Main(p);
+            QCoreApplication::processEvents();
+            bien = bien && s && s->menu() && s->menu()->isVisible() && fines == 0;
+        });
+        if (!bien) {
             std::fprintf(stderr, "El arranque falló: %s\n",
-                         qPrintable(dialogos.mensajes().join(QStringLiteral(" | "))));
+                         qPrintable(ts.dialogos().mensajes().join(QStringLiteral(" | "))));
             return 1;
         }
-        ms.push_back(static_cast<double>(ns) / 1e6);
+        std::printf("%-10s arranque hasta MenuP: %8.2f ms\n", bench::NombreMotor(motor), ms);
+        std::fflush(stdout);
     }
-    std::sort(ms.begin(), ms.end());
-    const double mediana =
-        ms.size() % 2 ? ms[ms.size() / 2] : (ms[ms.size() / 2 - 1] + ms[ms.size() / 2]) / 2;
-    std::printf("arranque hasta MenuP: mediana %.2f ms (mínimo %.2f, máximo %.2f) en %d corridas\n",
-                mediana, ms.front(), ms.back(), corridas);
     return 0;
 }
