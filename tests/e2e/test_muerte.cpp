@@ -57,10 +57,10 @@ enum class Base {
 struct Accion {
     const char* nombre;
     Base base;
-    // Run by the test on each round's Operation before the action (may be empty).
-    std::function<void(Conexion&, const QString&)> preparar;
     // The action, as its screen runs it, in the child. True when it did its work.
     std::function<bool(AppContext&, ScriptedDialogs&, const QString&)> correr;
+    // A statement on each round's Operation (its number the one "?") before the action.
+    const char* preparar = nullptr;
 };
 
 // The copy of an Operation gets the number of the original and this.
@@ -109,73 +109,50 @@ std::vector<LineaSubItem> Pegadas(AppContext& ctx) {
 const std::vector<Accion>& Acciones() {
     using D = ScriptedDialogs;
     static const std::vector<Accion> a{
-        {"nuevo",
-         Base::Ninguna,
-         {},
+        {"nuevo", Base::Ninguna,
          [](AppContext& c, D& d, const QString& n) {
              d.ResponderTexto(n);
              return NuevoInterno(c).Ejecutar() == n;
          }},
-        {"copia",
-         Base::Grande,
-         {},
+        {"copia", Base::Grande,
          [](AppContext& c, D&, const QString& n) {
              CopiaInterno(c).Copiar(n, Copia(n));
              return true;
          }},
-        {"eliminar",
-         Base::Grande,
-         {},
+        {"eliminar", Base::Grande,
          [](AppContext& c, D&, const QString& n) {
              return EliminarInterno(c, QStringLiteral("PC-TEST")).Ejecutar(n);
          }},
-        {"eliminar lineas",
-         Base::Grande,
-         {},
+        {"eliminar lineas", Base::Grande,
          [](AppContext& c, D& d, const QString& n) {
              QList<long long> ids;
              for (long long i = 1; i <= 3000; i += 2)
                  ids << i;
              return ListaSubItems(c, n).Eliminar(ids, d) == ids.size();
          }},
-        {"kilos cero",
-         Base::Armar,
-         {},
+        {"kilos cero", Base::Armar,
          [](AppContext& c, D& d, const QString& n) {
              return ListaSubItems(c, n).SetearKilosCero(d);
          }},
         {"pais origen", Base::Grande,
-         [](Conexion& c, const QString& n) {
-             c.Ejecutar(QStringLiteral("update subitems set idpais = '310' where interno = ?"),
-                        {n});
-         },
          [](AppContext& c, D& d, const QString& n) {
              return ListaSubItems(c, n).VariarPaisOrigen(d);
-         }},
+         },
+         "update subitems set idpais = '310' where interno = ?"},
         {"filler", Base::Grande,
-         [](Conexion& c, const QString& n) {
-             c.Ejecutar(QStringLiteral("update subitems set itfiller = 'F' where interno = ?"),
-                        {n});
-         },
-         [](AppContext& c, D& d, const QString& n) { return ListaSubItems(c, n).VaciarFiller(d); }},
+         [](AppContext& c, D& d, const QString& n) { return ListaSubItems(c, n).VaciarFiller(d); },
+         "update subitems set itfiller = 'F' where interno = ?"},
         {"codigo prorrateo", Base::Grande,
-         [](Conexion& c, const QString& n) {
-             c.Ejecutar(QStringLiteral("update subitems set codprorrateo = 'P1' where interno = ?"),
-                        {n});
-         },
          [](AppContext& c, D& d, const QString& n) {
              return ListaSubItems(c, n).VaciarIdProrrateo(d);
-         }},
-        {"prorrateo",
-         Base::Grande,
-         {},
+         },
+         "update subitems set codprorrateo = 'P1' where interno = ?"},
+        {"prorrateo", Base::Grande,
          [](AppContext& c, D&, const QString& n) {
              return Prorrateos(c).Agregar(n, QStringLiteral("P9"), QStringLiteral("Flete"),
                                           QStringLiteral("25"));
          }},
-        {"caratula",
-         Base::Armar,
-         {},
+        {"caratula", Base::Armar,
          [](AppContext& c, D&, const QString& n) {
              CaratulaDatos datos(c);
              const std::optional<CaratulaDatos::Carga> carga = datos.Cargar(n);
@@ -189,30 +166,22 @@ const std::vector<Accion>& Acciones() {
              p.Poner(QStringLiteral("txtKgNeto"), QStringLiteral("1234"));
              return datos.Guardar(n, p) == CaratulaDatos::Resultado::Guardado;
          }},
-        {"grabar lineas",
-         Base::Armar,
-         {},
+        {"grabar lineas", Base::Armar,
          [](AppContext& c, D&, const QString& n) {
              return CargaSubItems(c, n).Grabar(Pegadas(c)).grabado;
          }},
-        {"importar",
-         Base::Armar,
-         {},
+        {"importar", Base::Armar,
          [](AppContext& c, D&, const QString& n) {
              return CargaSubItems(c, n).Importar(Pegadas(c)).grabado;
          }},
-        {"armado",
-         Base::Armar,
-         {},
+        {"armado", Base::Armar,
          [](AppContext& c, D& d, const QString& n) {
              d.ResponderSiempre(false);
              c.ArmadoResultado = QStringLiteral("SI");
              ProgresoArmado sinVentana;
              return ArmadoItems(c, n, sinVentana).Ejecutar();
          }},
-        {"item cero",
-         Base::Armada,
-         {},
+        {"item cero", Base::Armada,
          [](AppContext& c, D&, const QString& n) {
              DetalleItem::Campos campos;
              campos.idproc = QStringLiteral("212");
@@ -221,9 +190,7 @@ const std::vector<Accion>& Acciones() {
              campos.ajusteinc = QStringLiteral("150");
              return DetalleItem(c, n).GrabarItem(0, campos);
          }},
-        {"agregar ventaja",
-         Base::Armada,
-         {},
+        {"agregar ventaja", Base::Armada,
          [](AppContext& c, D&, const QString& n) {
              c.pantallas().Registrar(QStringLiteral("FrmVentajas"),
                                      [](AppContext& x, const QVariantMap&) {
@@ -233,42 +200,30 @@ const std::vector<Accion>& Acciones() {
              return ListasItem(c).Agregar(ListasItem::Lista::Ventajas, n, 0);
          }},
         {"quitar ventaja", Base::Armada,
-         [](Conexion& c, const QString& n) {
-             c.Ejecutar(QStringLiteral("insert into itemventaja (interno, iditem, idventaja) "
-                                       "select interno, id, 'AA' from item where interno = ?"),
-                        {n});
-         },
          [](AppContext& c, D&, const QString& n) {
              return ListasItem(c).Eliminar(ListasItem::Lista::Ventajas, n, 0, QStringLiteral("AA"));
-         }},
-        {"quitar concepto",
-         Base::Armada,
-         {},
+         },
+         "insert into itemventaja (interno, iditem, idventaja) "
+         "select interno, id, 'AA' from item where interno = ?"},
+        {"quitar concepto", Base::Armada,
          [](AppContext& c, D&, const QString& n) {
              return ListasItem(c).EliminarConcepto(n, 1, QStringLiteral("010"));
          }},
-        {"modificar concepto",
-         Base::Armada,
-         {},
+        {"modificar concepto", Base::Armada,
          [](AppContext& c, D&, const QString& n) {
              FrmAdCon f(c, FilaConcepto(c, n));
              return f.PF_Modificar();
          }},
         {"kilos a mano", Base::Armada,
-         [](Conexion& c, const QString& n) {
-             c.Ejecutar(QStringLiteral("update groupsubitems set kgneto = 0, "
-                                       "valorrelacionestadistica = 0 where interno = ?"),
-                        {n});
-         },
          [](AppContext& c, D&, const QString& n) {
              FrmProrKg f(c, {{QStringLiteral("interno"), n}, {QStringLiteral("item"), 0}});
              f.findChild<QLineEdit*>(QStringLiteral("TxtValor"))->setText(QStringLiteral("5000"));
              f.findChild<QPushButton*>(QStringLiteral("CmdPror"))->click();
              return true;
-         }},
-        {"presupuesto",
-         Base::Armada,
-         {},
+         },
+         "update groupsubitems set kgneto = 0, "
+         "valorrelacionestadistica = 0 where interno = ?"},
+        {"presupuesto", Base::Armada,
          [](AppContext& c, D&, const QString& n) {
              return Presupuesto(c, n).AgregarConcepto(QStringLiteral("HONORARIOS"), 120, true);
          }},
@@ -307,8 +262,7 @@ QStringList Huella(StoreDirectory& stores, const QString& n) {
         const Recordset rs =
             stores.getDataConnectionByEntity(t->entidad)
                 .Abrir(QStringLiteral("select case when interno = ? then '' else 'C' end%1 "
-                                      "from %2 where "
-                                      "interno in (?, ?)")
+                                      "from %2 where interno in (?, ?)")
                            .arg(cols, t->nombre),
                        {n, n, Copia(n)});
         for (int i = 0; i < rs.RecordCount(); ++i) {
@@ -418,7 +372,7 @@ private Q_SLOTS:
         auto preparar = [&](int r) {
             Clonar(ts.stores(), base, numero(r));
             if (a.preparar)
-                a.preparar(ts.conexion(kInternos), numero(r));
+                ts.conexion(kInternos).Ejecutar(QString::fromLatin1(a.preparar), {numero(r)});
             ts.stores().CloseAllDataConnection();
         };
         // Runs the action on the Operation of round r; kills it after espera microseconds
@@ -468,17 +422,17 @@ private Q_SLOTS:
             const bool termino =
                 correr(r, static_cast<qint64>(azar.bounded(double(duracion))), nullptr);
             const QStringList ahora = Huella(ts.stores(), numero(r));
-            // On failure, a row of the round that neither state has, or how many rows.
-            auto ajena = [&](const QStringList& x) {
-                for (const QString& f : ahora)
-                    if (!x.contains(f))
-                        return f;
-                return QString::number(ahora.size()) + '/' + QString::number(x.size());
-            };
-            QVERIFY2(
-                ahora == antes || ahora == despues,
-                qPrintable(
-                    QStringLiteral("ronda %1: %2 | %3").arg(r).arg(ajena(antes), ajena(despues))));
+            // On failure: a row that neither state has, if any, and the counts of rows.
+            const QSet<QString> ajenas = QSet<QString>(ahora.begin(), ahora.end()) -
+                                         QSet<QString>(antes.begin(), antes.end()) -
+                                         QSet<QString>(despues.begin(), despues.end());
+            QVERIFY2(ahora == antes || ahora == despues,
+                     qPrintable(QStringLiteral("ronda %1: %2 de %3/%4 filas; %5")
+                                    .arg(r)
+                                    .arg(ahora.size())
+                                    .arg(antes.size())
+                                    .arg(despues.size())
+                                    .arg(ajenas.values().value(0))));
             Borrar(ts.stores(), numero(r));
             cortadas += !termino;
             sinEfecto += ahora == antes;
