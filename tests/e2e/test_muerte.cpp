@@ -64,24 +64,22 @@ struct Accion {
     const char* preparar = nullptr;
 };
 
-// The copy of an Operation gets the number of the original and this.
+// The number of the copy of an Operation.
 QString Copia(const QString& n) {
     return n + QStringLiteral("-C");
 }
 
-// Item 1's row of a concept, as the item screen hands it to the concept screen.
+// Item 1's first concept with an amount, as the item screen hands it to the concept screen.
 QVariantMap FilaConcepto(AppContext& ctx, const QString& n) {
     const Recordset rs = ctx.stores().getDataConnectionByEntity(kInternos).Abrir(
-        QStringLiteral("select idconceptos, conceptos, porcentaje, baseimp, total, pgc, motivo "
-                       "from itemliq where interno = ? and iditem = 1 and total > 0 order by "
-                       "idconceptos"),
+        QStringLiteral("select * from itemliq where interno = ? and iditem = 1 and total > 0 "
+                       "order by idconceptos"),
         {n});
     QVariantMap args{
         {QStringLiteral("interno"), n}, {QStringLiteral("iditem"), 1}, {QStringLiteral("modo"), 2}};
-    const char* campos[] = {"idconceptos", "conceptos", "porcentaje", "baseimp",
-                            "total",       "pgc",       "motivo"};
-    for (int i = 0; i < 7; ++i)
-        args.insert(QString::fromLatin1(campos[i]), rs.Fila(0).at(i));
+    for (const char* k :
+         {"idconceptos", "conceptos", "porcentaje", "baseimp", "total", "pgc", "motivo"})
+        args.insert(QString::fromLatin1(k), rs.Fields(QString::fromLatin1(k)));
     return args;
 }
 
@@ -108,53 +106,46 @@ std::vector<LineaSubItem> Pegadas(AppContext& ctx) {
 }
 
 const std::vector<Accion>& Acciones() {
-    using D = ScriptedDialogs;
+    using C = AppContext&;
+    using D = ScriptedDialogs&;
+    using N = const QString&;
     static const std::vector<Accion> a{
         {"nuevo", Base::Ninguna,
-         [](AppContext& c, D& d, const QString& n) {
+         [](C c, D d, N n) {
              d.ResponderTexto(n);
              return NuevoInterno(c).Ejecutar() == n;
          }},
         {"copia", Base::Grande,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              CopiaInterno(c).Copiar(n, Copia(n));
              return true;
          }},
         {"eliminar", Base::Grande,
-         [](AppContext& c, D&, const QString& n) {
-             return EliminarInterno(c, QStringLiteral("PC-TEST")).Ejecutar(n);
-         }},
+         [](C c, D, N n) { return EliminarInterno(c, QStringLiteral("PC-TEST")).Ejecutar(n); }},
         {"eliminar lineas", Base::Grande,
-         [](AppContext& c, D& d, const QString& n) {
+         [](C c, D d, N n) {
              QList<long long> ids;
              for (long long i = 1; i <= 1000; i += 2)
                  ids << i;
              return ListaSubItems(c, n).Eliminar(ids, d) == ids.size();
          }},
         {"kilos cero", Base::Armar,
-         [](AppContext& c, D& d, const QString& n) {
-             return ListaSubItems(c, n).SetearKilosCero(d);
-         }},
+         [](C c, D d, N n) { return ListaSubItems(c, n).SetearKilosCero(d); }},
         {"pais origen", Base::Grande,
-         [](AppContext& c, D& d, const QString& n) {
-             return ListaSubItems(c, n).VariarPaisOrigen(d);
-         },
+         [](C c, D d, N n) { return ListaSubItems(c, n).VariarPaisOrigen(d); },
          "update subitems set idpais = '310' where interno = ?"},
-        {"filler", Base::Grande,
-         [](AppContext& c, D& d, const QString& n) { return ListaSubItems(c, n).VaciarFiller(d); },
+        {"filler", Base::Grande, [](C c, D d, N n) { return ListaSubItems(c, n).VaciarFiller(d); },
          "update subitems set itfiller = 'F' where interno = ?"},
         {"codigo prorrateo", Base::Grande,
-         [](AppContext& c, D& d, const QString& n) {
-             return ListaSubItems(c, n).VaciarIdProrrateo(d);
-         },
+         [](C c, D d, N n) { return ListaSubItems(c, n).VaciarIdProrrateo(d); },
          "update subitems set codprorrateo = 'P1' where interno = ?"},
         {"prorrateo", Base::Grande,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              return Prorrateos(c).Agregar(n, QStringLiteral("P9"), QStringLiteral("Flete"),
                                           QStringLiteral("25"));
          }},
         {"caratula", Base::Armar,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              CaratulaDatos datos(c);
              const std::optional<CaratulaDatos::Carga> carga = datos.Cargar(n);
              CaratulaDatos::Pantalla p;
@@ -168,22 +159,18 @@ const std::vector<Accion>& Acciones() {
              return datos.Guardar(n, p) == CaratulaDatos::Resultado::Guardado;
          }},
         {"grabar lineas", Base::Armar,
-         [](AppContext& c, D&, const QString& n) {
-             return CargaSubItems(c, n).Grabar(Pegadas(c)).grabado;
-         }},
+         [](C c, D, N n) { return CargaSubItems(c, n).Grabar(Pegadas(c)).grabado; }},
         {"importar", Base::Armar,
-         [](AppContext& c, D&, const QString& n) {
-             return CargaSubItems(c, n).Importar(Pegadas(c)).grabado;
-         }},
+         [](C c, D, N n) { return CargaSubItems(c, n).Importar(Pegadas(c)).grabado; }},
         {"armado", Base::Armar,
-         [](AppContext& c, D& d, const QString& n) {
+         [](C c, D d, N n) {
              d.ResponderSiempre(false);
              c.ArmadoResultado = QStringLiteral("SI");
              ProgresoArmado sinVentana;
              return ArmadoItems(c, n, sinVentana).Ejecutar();
          }},
         {"item cero", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              DetalleItem::Campos campos;
              campos.idproc = QStringLiteral("212");
              campos.estadomerc = QStringLiteral("2");
@@ -192,7 +179,7 @@ const std::vector<Accion>& Acciones() {
              return DetalleItem(c, n).GrabarItem(0, campos);
          }},
         {"agregar ventaja", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              c.pantallas().Registrar(QStringLiteral("FrmVentajas"),
                                      [](AppContext& x, const QVariantMap&) {
                                          x.VentajaElegida = QStringLiteral("AA");
@@ -201,22 +188,20 @@ const std::vector<Accion>& Acciones() {
              return ListasItem(c).Agregar(ListasItem::Lista::Ventajas, n, 0);
          }},
         {"quitar ventaja", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              return ListasItem(c).Eliminar(ListasItem::Lista::Ventajas, n, 0, QStringLiteral("AA"));
          },
          "insert into itemventaja (interno, iditem, idventaja) "
          "select interno, id, 'AA' from item where interno = ?"},
         {"quitar concepto", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
-             return ListasItem(c).EliminarConcepto(n, 1, QStringLiteral("010"));
-         }},
+         [](C c, D, N n) { return ListasItem(c).EliminarConcepto(n, 1, QStringLiteral("010")); }},
         {"modificar concepto", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              FrmAdCon f(c, FilaConcepto(c, n));
              return f.PF_Modificar();
          }},
         {"kilos a mano", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              FrmProrKg f(c, {{QStringLiteral("interno"), n}, {QStringLiteral("item"), 0}});
              f.findChild<QLineEdit*>(QStringLiteral("TxtValor"))->setText(QStringLiteral("5000"));
              f.findChild<QPushButton*>(QStringLiteral("CmdPror"))->click();
@@ -225,7 +210,7 @@ const std::vector<Accion>& Acciones() {
          "update groupsubitems set kgneto = 0, "
          "valorrelacionestadistica = 0 where interno = ?"},
         {"presupuesto", Base::Armada,
-         [](AppContext& c, D&, const QString& n) {
+         [](C c, D, N n) {
              return Presupuesto(c, n).AgregarConcepto(QStringLiteral("HONORARIOS"), 120, true);
          }},
     };
