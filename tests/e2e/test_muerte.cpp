@@ -242,6 +242,7 @@ std::vector<std::pair<const schema::DefTabla*, QString>> TablasDeOperacion() {
 
 // Every row under the number (and under the number of its copy) in every table of an
 // Operation, one line per row, sorted: the table and the row's values, the number left out.
+// No other column is left out: two whole runs leave the same values (dates are today's).
 QStringList Huella(StoreDirectory& stores, const QString& n) {
     QStringList r;
     for (const auto& [t, cols] : TablasDeOperacion()) {
