@@ -1,6 +1,5 @@
 // The assembly as a whole: the same figures on both engines for the demo Operations and a
-// generated one; a run killed at any moment leaves the Operation as it was; the headless
-// command; the hub's button.
+// generated one; the headless command; the hub's button.
 
 #include "FixtureArmado.h"
 #include "assembly/AdminArmado.h"
@@ -15,10 +14,7 @@
 #include "support/Pantallas.h"
 #include "support/Pantallazo.h"
 
-#include <QProcess>
 #include <QPushButton>
-#include <QRandomGenerator>
-#include <QThread>
 #include <QtTest>
 
 using namespace korven;
@@ -235,53 +231,6 @@ private Q_SLOTS:
         QCOMPARE(AdminArmado(out, err, ts->directorio(), QString())
                      .Ejecutar({op, "--orden", "3", "--config", ts->stores().parametersPath()}),
                  AdminArmado::Uso);
-    }
-
-    // korven-admin armar killed at random moments: the Operation is exactly as before, or as
-    // the whole run leaves it, and the file is sound.
-    void muerteDelArmado() {
-        auto ts = ConDemo(Motor::SQLite);
-        OperacionParaArmar(ts->stores(), QStringLiteral("K-A"), 2000);
-        OperacionParaArmar(ts->stores(), QStringLiteral("K-B"), 2000);
-        const QStringList antes = Volcado(*ts, QStringLiteral("K-A"));
-        ts->AgregarConfiguracion(QString()); // the file the child is pointed at
-        const QString ini = ts->stores().parametersPath();
-        const QString ajustes = ts->directorio() + QStringLiteral("ajustes");
-        auto correr = [&](const QString& interno, qint64 espera) {
-            ts->stores().CloseAllDataConnection();
-            QProcess p;
-            p.start(QStringLiteral(KORVEN_ADMIN),
-                    {QStringLiteral("armar"), interno, QStringLiteral("--config"), ini,
-                     QStringLiteral("--ajustes"), ajustes});
-            if (!p.waitForStarted())
-                return -1LL;
-            QElapsedTimer reloj;
-            reloj.start();
-            if (espera >= 0) {
-                QThread::usleep(static_cast<unsigned long>(espera));
-                p.kill();
-            }
-            p.waitForFinished(120000);
-            return reloj.nsecsElapsed() / 1000;
-        };
-        // The whole run on the twin Operation tells how long a run takes and what it leaves.
-        const qint64 duracion = correr(QStringLiteral("K-B"), -1);
-        QVERIFY(duracion > 0);
-        const QStringList despues = Volcado(*ts, QStringLiteral("K-B"));
-        QVERIFY(despues != antes);
-        QRandomGenerator azar(20261123);
-        int intactas = 0;
-        for (int r = 1; r <= 20; ++r) {
-            correr(QStringLiteral("K-A"), azar.bounded(duracion));
-            const QStringList ahora = Volcado(*ts, QStringLiteral("K-A"));
-            QVERIFY2(ahora == antes || ahora == despues, qPrintable(QString::number(r)));
-            intactas += ahora == antes;
-            QCOMPARE(EsNull(ts->conexion(QStringLiteral("INTERNOS"))
-                                .Escalar(QStringLiteral("PRAGMA integrity_check"))),
-                     QStringLiteral("ok"));
-        }
-        qInfo("run of %lld us; %d of 20 kills left the Operation untouched", duracion, intactas);
-        QVERIFY(intactas > 0);
     }
 
     // The hub assembles only an Operation marked to assemble, and opens item 0 after it.

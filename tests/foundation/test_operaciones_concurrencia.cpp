@@ -6,25 +6,17 @@
 // creates an Operation, "COPIA <origin> <number>" copies one. It says "LEIDO" (for the lock, once
 // it has looked for a lock and found none) and waits for "SIGUE", so that both workstations go
 // on together, then answers "<number> HECHO" or "<number> PERDIO <first line of the message>".
-//
-// With "--trabajo <DataAccessConfig.ini> copiar|eliminar <number> [<new number>]" it runs one
-// copy or deletion, saying "EMPIEZA" just before and "HECHO" after: the test kills it at a
-// random moment in between.
 
 #include "FixtureOperaciones.h"
 #include "components/CopiaInterno.h"
 #include "foundation/BloqueoInterno.h"
-#include "foundation/EliminarInterno.h"
 #include "foundation/NuevoInterno.h"
 #include "platform/KorvenError.h"
 #include "support/OperacionGrande.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTextStream>
-#include <QThread>
 #include <QtTest>
 
 using namespace korven;
@@ -85,20 +77,6 @@ int Competidor(const QString& ini, const QString& maquina) {
     return 0;
 }
 
-int Trabajo(const QStringList& a) {
-    Puesto p(a.at(0));
-    p.dialogos.ResponderSiempre(true);
-    p.stores.getDataConnectionByEntity(QStringLiteral("INTERNOS"));
-    QTextStream salida(stdout);
-    salida << "EMPIEZA" << Qt::endl;
-    if (a.at(1) == QStringLiteral("copiar"))
-        CopiaInterno(p.ctx).Copiar(a.at(2), a.at(3));
-    else if (!EliminarInterno(p.ctx, QStringLiteral("PC-TEST")).Ejecutar(a.at(2)))
-        return 1;
-    salida << "HECHO" << Qt::endl;
-    return 0;
-}
-
 QString Leer(QProcess& p) {
     while (!p.canReadLine())
         if (!p.waitForReadyRead(60000))
@@ -125,8 +103,6 @@ class TestOperacionesConcurrencia : public QObject {
 private Q_SLOTS:
     void mismoNumeroALaVez_data();
     void mismoNumeroALaVez();
-    void matarEnMedio_data();
-    void matarEnMedio();
 };
 
 void TestOperacionesConcurrencia::mismoNumeroALaVez_data() {
@@ -209,97 +185,11 @@ void TestOperacionesConcurrencia::mismoNumeroALaVez() {
     qInfo("%s: el primero gano %d, el segundo %d", qPrintable(orden), ganadas[0], ganadas[1]);
 }
 
-void TestOperacionesConcurrencia::matarEnMedio_data() {
-    QTest::addColumn<int>("motor");
-    QTest::addColumn<QString>("trabajo");
-    FILA_MOTORES("copiar", "copiar");
-    FILA_MOTORES("eliminar", "eliminar");
-}
-
-// A copy or a deletion of a large Operation killed at a random moment: every time the
-// Operation is whole or wholly gone, and the copy wholly there or absent.
-void TestOperacionesConcurrencia::matarEnMedio() {
-    MOTOR_O_SALTAR();
-    QFETCH(QString, trabajo);
-    auto ts = Stores(motor);
-    const int lineas = 4000;
-    const QStringList todas = FilasDeOperacionGrande(0).keys();
-    const QMap<QString, int> entera = FilasDeOperacionGrande(lineas);
-    OperacionGrande(ts->stores(), "ORIGEN", lineas);
-    QCOMPARE(FilasDe(ts->stores(), "ORIGEN", todas), entera);
-    const bool copiar = trabajo == QStringLiteral("copiar");
-    // What the copy looks like when made, and what a deletion leaves (idrel, sysflag and coment
-    // stay behind on purpose).
-    QMap<QString, int> copiada, borrada;
-    for (const QString& t : TablasDeLaCopia())
-        copiada.insert(t, entera.value(t));
-    for (auto i = entera.cbegin(); i != entera.cend(); ++i)
-        borrada.insert(i.key(),
-                       QStringList{"idrel", "sysflag", "coment"}.contains(i.key()) ? i.value() : 0);
-    const QString ini = ts->stores().parametersPath();
-    QRandomGenerator azar(20261123);
-
-    // Runs the work on number r; kills it after espera microseconds (never when negative).
-    // True when it said it was done.
-    auto correr = [&](int r, qint64 espera, qint64* duracion) {
-        const QString numero = copiar ? QStringLiteral("ORIGEN") : QStringLiteral("D-%1").arg(r);
-        if (!copiar)
-            OperacionGrande(ts->stores(), numero, lineas);
-        ts->stores().CloseAllDataConnection();
-        QProcess p;
-        p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        QStringList args{QStringLiteral("--trabajo"), ini, trabajo, numero};
-        if (copiar)
-            args << QStringLiteral("C-%1").arg(r);
-        p.start(QCoreApplication::applicationFilePath(), args);
-        if (!p.waitForStarted() || Leer(p) != QStringLiteral("EMPIEZA"))
-            return false;
-        QElapsedTimer reloj;
-        reloj.start();
-        if (espera >= 0) {
-            QThread::usleep(static_cast<unsigned long>(espera));
-            p.kill();
-        }
-        p.waitForFinished(60000);
-        if (duracion)
-            *duracion = reloj.nsecsElapsed() / 1000;
-        return QString::fromUtf8(p.readAll()).contains(QStringLiteral("HECHO"));
-    };
-    qint64 duracion = 0;
-    QVERIFY(correr(0, -1, &duracion));
-    int enteras = 0, interrumpidas = 0;
-    for (int r = 1; r <= 20; ++r) {
-        const bool termino =
-            correr(r, static_cast<qint64>(azar.bounded(static_cast<double>(duracion))), nullptr);
-        const QString ronda = QStringLiteral("ronda %1").arg(r);
-        if (copiar) {
-            QCOMPARE(FilasDe(ts->stores(), "ORIGEN", todas), entera);
-            const QMap<QString, int> copia =
-                FilasDe(ts->stores(), QStringLiteral("C-%1").arg(r), TablasDeLaCopia());
-            QMap<QString, int> vacia = copia;
-            for (int& v : vacia)
-                v = 0;
-            QVERIFY2(copia == copiada || copia == vacia, qPrintable(ronda));
-            enteras += copia == copiada;
-        } else {
-            const QMap<QString, int> quedan =
-                FilasDe(ts->stores(), QStringLiteral("D-%1").arg(r), todas);
-            QVERIFY2(quedan == entera || quedan == borrada, qPrintable(ronda));
-            enteras += quedan == entera;
-        }
-        interrumpidas += !termino;
-    }
-    qInfo("%s: trabajo de %lld us; %d de 20 interrumpidos, %d sin efecto", qPrintable(trabajo),
-          duracion, interrumpidas, copiar ? 20 - enteras : enteras);
-}
-
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     if (args.size() >= 4 && args.at(1) == QStringLiteral("--competidor"))
         return Competidor(args.at(2), args.at(3));
-    if (args.size() >= 5 && args.at(1) == QStringLiteral("--trabajo"))
-        return Trabajo(args.mid(2));
     TestOperacionesConcurrencia t;
     return QTest::qExec(&t, argc, argv);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 // A large Operation made by the store itself (one statement per table), for the tests that kill
-// a copy or a deletion half-way and for the benchmarks.
+// actions half-way and for the benchmarks.
 
 #include "platform/StoreDirectory.h"
 #include "platform/ValueRules.h"
@@ -19,12 +19,6 @@ inline QMap<QString, int> FilasDeOperacionGrande(int n) {
         {"facturas", 10},        {"prorrateo", 5}, {"itempresu", 5},         {"itemref", 5},
         {"descargas", 50},       {"hval", 1},      {"hvalexp", 1},           {"idrel", n},
         {"sysflag", 5},          {"coment", 1}};
-}
-
-// The tables the copy of an Operation carries over.
-inline const QStringList& TablasDeLaCopia() {
-    static const QStringList t{"caratula", "facturas", "subitems", "prorrateo", "coment"};
-    return t;
 }
 
 // The store of a table of an Operation.
