@@ -66,6 +66,8 @@ QVariant Ajuste(const Configuracion& c, const QString& clave) {
         {"LISTADO", c.LISTADO},
         {"DIEMCHINA-IndMaxArancel", c.DIEMCHINA_IndMaxArancel},
         {"DIEMCHINA-PrefPorc", c.DIEMCHINA_PrefPorc},
+        {"IVARIN", c.IVARIN},
+        {"IVARNI", c.IVARNI},
     };
     return t.value(clave);
 }
@@ -216,59 +218,47 @@ private Q_SLOTS:
         QCOMPARE(s.GetSetting("KORVEN", "BASES", "USUARIO"), QStringLiteral("/home/u/"));
     }
     void clavesGenerales_data() {
+        QTest::addColumn<QString>("separador");
         QTest::addColumn<QString>("clave");
         QTest::addColumn<QString>("linea");    // the line of the file; empty: the key is missing
         QTest::addColumn<QString>("esperado"); // as the value reads as text
-        const char* casos[][3] = {
-            {"VERSION", "VERSION=1", "2"},
-            {"DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=abc", "40"},
-            {"DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=12.5", "12.5"},
-            {"DIEMCHINA-IndMaxArancel", "DIEMCHINA-IndMaxArancel=abc", "35"},
-            {"SbtFuncionCargaPor", "", "true"},
-            {"SbtFuncionCargaPor", "sbtfuncioncargapor=N", "false"},
-            {"ARMARITEM", "ARMARITEM=3", "2"},
-            {"MODIFCAT", "MODIFCAT=S", "2"},
-            {"MODIFCAT", "MODIFCAT=SI", "1"},
-            {"MODARTSUB", "MODARTSUB= S ", "S"},
-            {"CORDANO", "CORDANO=S", "true"},
-            {"LISTADO", "LISTADO=1", "1"},
+        const char* casos[][4] = {
+            {",", "VERSION", "VERSION=1", "2"},
+            {",", "DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=abc", "40"},
+            {",", "DIEMCHINA-PrefPorc", "DIEMCHINA-PrefPorc=12.5", "12.5"},
+            {",", "DIEMCHINA-IndMaxArancel", "DIEMCHINA-IndMaxArancel=abc", "35"},
+            {",", "SbtFuncionCargaPor", "", "true"},
+            {",", "SbtFuncionCargaPor", "sbtfuncioncargapor=N", "false"},
+            {",", "ARMARITEM", "ARMARITEM=3", "2"},
+            {",", "MODIFCAT", "MODIFCAT=S", "2"},
+            {",", "MODIFCAT", "MODIFCAT=SI", "1"},
+            {",", "MODARTSUB", "MODARTSUB= S ", "S"},
+            {",", "CORDANO", "CORDANO=S", "true"},
+            {",", "LISTADO", "LISTADO=1", "1"},
+            // The VAT rates are read with either mark, whatever the separator in use.
+            {",", "IVARIN", "IVARIN=10.5", "10.5"},
+            {".", "IVARIN", "IVARIN=10,5", "10.5"},
+            {",", "IVARNI", "IVARNI=10.5", "10.5"},
+            {".", "IVARNI", "IVARNI=10,5", "10.5"},
+            {",", "IVARNI", "IVARNI=", "0"},
         };
         for (const auto& c : casos)
-            QTest::addRow("%s", *c[1] ? c[1] : qPrintable(QStringLiteral("%1 falta").arg(c[0])))
-                << c[0] << c[1] << c[2];
+            QTest::addRow("%s, separador %s",
+                          *c[2] ? c[2] : qPrintable(QStringLiteral("%1 falta").arg(c[1])), c[0])
+                << c[0] << c[1] << c[2] << c[3];
     }
     void clavesGenerales() {
+        QFETCH(QString, separador);
         QFETCH(QString, clave);
         QFETCH(QString, linea);
         QFETCH(QString, esperado);
+        SeparadorDecimalScope sep(separador);
         TestStores ts(Motor::SQLite);
         EscribirArchivo(ts.ctx().rutaIni(), QStringLiteral("[GENERAL]\n") + linea + "\n");
         LeerConfig(ts.ctx());
         const QVariant valor = Ajuste(ts.ctx().config(), clave);
         QVERIFY2(valor.isValid(), qPrintable(clave));
         QCOMPARE(valor.toString(), esperado);
-    }
-    void tasasDeIvaConAmbosSeparadores_data() {
-        QTest::addColumn<QString>("separador");
-        QTest::addColumn<QString>("texto");
-        QTest::addColumn<double>("esperado");
-        for (const QString s : {",", "."}) {
-            QTest::addRow("punto, separador %s", qPrintable(s)) << s << "10.5" << 10.5;
-            QTest::addRow("coma, separador %s", qPrintable(s)) << s << "10,5" << 10.5;
-            QTest::addRow("vacio, separador %s", qPrintable(s)) << s << "" << 0.0;
-        }
-    }
-    void tasasDeIvaConAmbosSeparadores() {
-        QFETCH(QString, separador);
-        QFETCH(QString, texto);
-        QFETCH(double, esperado);
-        SeparadorDecimalScope sep(separador);
-        TestStores ts(Motor::SQLite);
-        EscribirArchivo(ts.ctx().rutaIni(),
-                        QStringLiteral("[GENERAL]\nIVARIN=%1\nIVARNI=%1\n").arg(texto));
-        LeerConfig(ts.ctx());
-        QCOMPARE(ts.ctx().config().IVARIN, esperado);
-        QCOMPARE(ts.ctx().config().IVARNI, esperado);
     }
     void ajustesDelUsuario() {
         TestStores ts(Motor::SQLite);
@@ -491,18 +481,12 @@ private Q_SLOTS:
         // Opciones > Internos opens the register.
         f->findChild<QAction*>("mnuinternos")->trigger();
         QCOMPARE(abiertas, QStringList{"FrmInternoNew"});
-    }
-    void escEnElMenuYCierreDelMarcoTerminan() {
-        TestStores ts(Motor::SQLite);
-        schema::CrearOActualizar(ts.stores());
-        Arranque a(ts);
-        std::unique_ptr<Sesion> s = Main(a.p);
+        // Esc in the menu ends the process without the frame's close path, which ends it too.
         QTest::keyClick(s->menu()->GridFormularios(), Qt::Key_Escape);
         QTest::keyClick(s->menu()->GrdMenuMain(), Qt::Key_Escape);
         QCOMPARE(a.fines, (QList<int>{0, 0}));
-        // The frame was not closed: Esc ends the process without the frame's close path.
-        QVERIFY(s->principal()->isVisible());
-        s->principal()->close();
+        QVERIFY(f->isVisible());
+        f->close();
         QCOMPARE(a.fines, (QList<int>{0, 0, 0}));
         QVERIFY(ts.dialogos().registro().isEmpty());
     }
@@ -522,85 +506,62 @@ private Q_SLOTS:
                              "seccion [KORVEN.Global.Main::Registro] 20"});
         QCOMPARE(ts.dialogos().registro().at(0).icono, Dialogos::Icono::Critico);
     }
+    // A row of the main menu or of the forms grid, chosen with the arrows and Enter: the screen it
+    // opens, what its component is told, or the message when neither is installed.
     void filasDelMenu_data() {
+        QTest::addColumn<bool>("formularios"); // the forms grid; otherwise the main menu
         QTest::addColumn<int>("fila");
-        QTest::addColumn<QString>("pantalla"); // registered and opened; empty: none registered
+        QTest::addColumn<QString>("instalado"); // the screen or component registered, if any
+        QTest::addColumn<QStringList>("hecho"); // the screen opened, or what the component was told
         QTest::addColumn<QString>("mensaje");
+        const QString no = QStringLiteral("429 / El componente %1 no está instalado.");
+        const QString predibios = " - seccion[LlamarFormulario.MenuNew.KORVEN]::DepotManifest.Expo";
+        const QString transferencia = QStringLiteral("OperationTransfer.Main");
         QTest::newRow("Operaciones sin pantalla")
-            << 0 << ""
+            << false << 0 << "" << QStringList{}
             << "429 / La pantalla FrmInternoNew no está instalada. - "
                "seccion[GrdMenuMain_DblClick.MenuP.KORVEN]::FrmInternoNew";
         QTest::newRow("Clientes sin componente")
-            << 1 << ""
-            << "[KORVEN.MenuP.Clientes]:: Nro: 429 / El componente ClientBook.Listing no está "
-               "instalado.";
-        QTest::newRow("Nomenclador") << 2 << "FrmConsultas"
-                                     << "";
-    }
-    void filasDelMenu() {
-        QFETCH(int, fila);
-        QFETCH(QString, pantalla);
-        QFETCH(QString, mensaje);
-        Bases ts;
-        QStringList abiertas;
-        if (!pantalla.isEmpty())
-            ts.ctx().pantallas().Registrar(pantalla, [&](AppContext&, const QVariantMap&) {
-                abiertas << pantalla;
-                return QVariant();
-            });
-        MenuP m(ts.ctx(), {});
-        Elegir(m.GrdMenuMain(), fila);
-        QCOMPARE(abiertas, pantalla.isEmpty() ? QStringList{} : QStringList{pantalla});
-        QCOMPARE(ts.dialogos().mensajes(),
-                 mensaje.isEmpty() ? QStringList{} : QStringList{mensaje});
-    }
-    void transferencia_data() {
-        QTest::addColumn<int>("fila");
-        QTest::addColumn<QString>("operacion");
-        QTest::newRow("Exportar") << 5 << "GuardarInternos";
-        QTest::newRow("Importar") << 6 << "LeerInternos";
-    }
-    void transferencia() {
-        QFETCH(int, fila);
-        QFETCH(QString, operacion);
-        Bases ts;
-        QStringList notas;
-        ts.Registrar("OperationTransfer.Main", &notas);
-        MenuP m(ts.ctx(), {});
-        Elegir(m.GrdMenuMain(), fila);
-        QCOMPARE(notas, (QStringList{"DAMSource", operacion}));
-        QVERIFY(ts.dialogos().mensajes().isEmpty());
-    }
-    void formulariosNoInstalados_data() {
-        QTest::addColumn<int>("fila");
-        QTest::addColumn<bool>("instalado"); // a component without the members the menu sets
-        QTest::addColumn<QString>("mensaje");
-        const QString no = QStringLiteral("429 / El componente %1 no está instalado.");
-        const QString seccion = QStringLiteral("seccion %1 en Formulario MenuP :: ");
-        const QString predibios = " - seccion[LlamarFormulario.MenuNew.KORVEN]::";
+            << false << 1 << "" << QStringList{}
+            << "[KORVEN.MenuP.Clientes]:: Nro: " + no.arg("ClientBook.Listing");
+        QTest::newRow("Nomenclador")
+            << false << 2 << "FrmConsultas" << QStringList{"FrmConsultas"} << "";
+        QTest::newRow("Exportar") << false << 5 << transferencia
+                                  << QStringList{"DAMSource", "GuardarInternos"} << "";
+        QTest::newRow("Importar") << false << 6 << transferencia
+                                  << QStringList{"DAMSource", "LeerInternos"} << "";
         QTest::newRow("Hoja de Valoración")
-            << 0 << false << seccion.arg("HojadeValorEXPO") + no.arg("ValueSheet.Main");
-        QTest::newRow("Multinota")
-            << 1 << false << "KORVEN.MenuP.Multinota::" + no.arg("NoteForm.Main");
+            << true << 0 << "" << QStringList{}
+            << "seccion HojadeValorEXPO en Formulario MenuP :: " + no.arg("ValueSheet.Main");
+        QTest::newRow("Multinota") << true << 1 << "" << QStringList{}
+                                   << "KORVEN.MenuP.Multinota::" + no.arg("NoteForm.Main");
         QTest::newRow("PREDIBIOS - Expo")
-            << 8 << false << no.arg("DepotManifest.Expo") + predibios + "DepotManifest.Expo";
+            << true << 8 << "" << QStringList{} << no.arg("DepotManifest.Expo") + predibios;
         // The first missing member is reported with the row's section, and the menu goes on.
         QTest::newRow("PREDIBIOS - Expo sin miembros")
-            << 8 << true
-            << "438 / El objeto no admite esta propiedad o método: BasedeDatos" + predibios +
-                   "DepotManifest.Expo";
+            << true << 8 << "DepotManifest.Expo" << QStringList{}
+            << "438 / El objeto no admite esta propiedad o método: BasedeDatos" + predibios;
     }
-    void formulariosNoInstalados() {
+    void filasDelMenu() {
+        QFETCH(bool, formularios);
         QFETCH(int, fila);
-        QFETCH(bool, instalado);
+        QFETCH(QString, instalado);
+        QFETCH(QStringList, hecho);
         QFETCH(QString, mensaje);
         Bases ts;
         QStringList notas;
-        if (instalado)
-            ts.Registrar("DepotManifest.Expo", &notas);
+        if (instalado.startsWith(QLatin1String("Frm")))
+            ts.ctx().pantallas().Registrar(instalado, [&](AppContext&, const QVariantMap&) {
+                notas << instalado;
+                return QVariant();
+            });
+        else if (!instalado.isEmpty())
+            ts.Registrar(instalado, &notas);
         MenuP m(ts.ctx(), {});
-        Elegir(m.GridFormularios(), fila);
-        QCOMPARE(ts.dialogos().mensajes(), QStringList{mensaje});
+        Elegir(formularios ? m.GridFormularios() : m.GrdMenuMain(), fila);
+        QCOMPARE(notas, hecho);
+        QCOMPARE(ts.dialogos().mensajes(),
+                 mensaje.isEmpty() ? QStringList{} : QStringList{mensaje});
     }
     void bases_data() { korven::test::FilasDeMotores(); }
     // The main menu names the stores in use, so that a clerk sees which database is behind it.
