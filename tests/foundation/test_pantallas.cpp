@@ -140,20 +140,34 @@ void Llenar(QWidget* w, const char* campo, const QString& texto) {
 class TestPantallas : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void insertCreaUnaOperacion_data() { FilasDeMotores(); }
-    void insertCreaUnaOperacion() {
+    void insertF6YDelete_data() { FilasDeMotores(); }
+    // Insert makes an Operation, F6 copies the selected one, Delete removes it.
+    void insertF6YDelete() {
         MOTOR_O_SALTAR();
-        Registro r(motor, {"2024-0001"});
+        Registro r(motor);
+        // An empty grid: Delete and F6 ask nothing (an unscripted question would end the test).
+        r.Buscar("nada");
+        QTest::keyClick(r.grilla(), Qt::Key_Delete);
+        QTest::keyClick(r.grilla(), Qt::Key_F6);
+        QVERIFY(r.ts->dialogos().registro().isEmpty());
         r.ts->dialogos().ResponderTexto("2024-0007");
         QTest::keyClick(r.txt("txtCliente"), Qt::Key_Insert);
         QCOMPARE(r.f.InternosListados(), QStringList{"2024-0007"});
         QCOMPARE(Contar(*r.ts, "INTERNOS", "caratula", "2024-0007"), 1);
-        // The same number again: the message, and nothing changes.
-        r.ts->dialogos().ResponderTexto("2024-0007");
-        QTest::keyClick(r.grilla(), Qt::Key_Insert);
-        QCOMPARE(r.mensajes(), QStringList{"El Código de interno ya existe."});
-        QCOMPARE(r.f.InternosListados(), QStringList{"2024-0007"});
-        QCOMPARE(EsNumero(Valor(*r.ts, "select count(*) from caratula")), 2.0);
+        OperacionConTodo(*r.ts, "X-1");
+        r.Buscar();
+        r.ts->dialogos().ResponderTexto("X-2");
+        r.Tecla("X-1", Qt::Key_F6);
+        QCOMPARE(r.f.InternosListados(), QStringList{"X-2"});
+        QCOMPARE(Contar(*r.ts, "INTERNOS", "subitems", "X-2"), 2);
+        r.Buscar();
+        // The locks left by this workstation do not stop the deletion.
+        r.ts->conexion("INTERNOS").Ejecutar("update interno set maquina = 'PC-A'");
+        r.ts->dialogos().ResponderSi();
+        r.Tecla("X-1", Qt::Key_Delete);
+        QCOMPARE(r.f.InternosListados(), (QStringList{"2024-0007", "X-2"}));
+        QCOMPARE(Contar(*r.ts, "INTERNOS", "caratula", "X-1"), 0);
+        QCOMPARE(Contar(*r.ts, "INTERNOS", "subitems", "X-2"), 2);
     }
     void enterAbreBajoBloqueo_data() {
         QTest::addColumn<int>("motor");
@@ -216,34 +230,6 @@ private Q_SLOTS:
         QCOMPARE(vistas, (QStringList{"100|EC01|Exportacion|Cliente Nuevo",
                                       "200|IC04|Importacion|Cliente Uno"}));
         QCOMPARE(r.f.InternoSeleccionado(), QStringLiteral("100"));
-    }
-    void deleteEliminaLaOperacion_data() { FilasDeMotores(); }
-    void deleteEliminaLaOperacion() {
-        MOTOR_O_SALTAR();
-        Registro r(motor);
-        // An empty grid: Delete and F6 ask nothing (an unscripted question would end the test).
-        r.Buscar("nada");
-        QTest::keyClick(r.grilla(), Qt::Key_Delete);
-        QTest::keyClick(r.grilla(), Qt::Key_F6);
-        QVERIFY(r.ts->dialogos().registro().isEmpty());
-        OperacionConTodo(*r.ts, "X-1");
-        OperacionConTodo(*r.ts, "X-2");
-        r.Buscar();
-        // The locks left by this workstation do not stop the deletion.
-        r.ts->conexion("INTERNOS").Ejecutar("update interno set maquina = 'PC-A'");
-        r.ts->dialogos().ResponderSi();
-        r.Tecla("X-1", Qt::Key_Delete);
-        QCOMPARE(r.f.InternosListados(), QStringList{"X-2"});
-        QCOMPARE(Contar(*r.ts, "INTERNOS", "caratula", "X-1"), 0);
-    }
-    void f6CopiaLaOperacion() {
-        Registro r(0);
-        OperacionConTodo(*r.ts, "100");
-        r.Buscar();
-        r.ts->dialogos().ResponderTexto("101");
-        r.Tecla("100", Qt::Key_F6);
-        QCOMPARE(r.f.InternosListados(), QStringList{"101"});
-        QCOMPARE(Contar(*r.ts, "INTERNOS", "subitems", "101"), 2);
     }
     void cargaLeeLasOpciones() {
         auto ts = Abierta(0);
