@@ -486,8 +486,9 @@ private Q_SLOTS:
         }
         QCOMPARE(cd.SumaProrrateo(QStringLiteral("P-100")), 150.0);
         QCOMPARE(cd.SumaProrrateo(QStringLiteral("NUEVA")), 0.0);
-
         QVERIFY(ts.dialogos().registro().isEmpty());
+        QVERIFY(!cd.Cargar(QStringLiteral("NADA")).has_value());
+        QCOMPARE(ts.dialogos().mensajes(), QStringList{"No se encontro Interno en base de datos"});
     }
     void guardar_data() {
         QTest::addColumn<int>("motor");
@@ -533,9 +534,7 @@ private Q_SLOTS:
                 "fechaembarque=03/11/2026")
                 .split(QLatin1Char('|'));
         const QStringList fila = Fila(ts, QStringLiteral("P-1"));
-        QCOMPARE(fila.size(), esperado.size());
-        for (int i = 0; i < esperado.size(); ++i)
-            QCOMPARE(fila.at(i), esperado.at(i));
+        QCOMPARE(fila, esperado);
         QCOMPARE(fila.at(5).size(), QStringLiteral("factura1=").size() + 79);
 
         // Commissions abroad that are no number are written as 0.
@@ -634,13 +633,6 @@ private Q_SLOTS:
                          ? Dialogos::Icono::Pregunta
                          : Dialogos::Icono::Exclamacion);
         }
-    }
-    void sinRegistro_data() { FilasDeMotores(); }
-    void sinRegistro() {
-        MOTOR_O_SALTAR();
-        TestStores& ts = Compartidas(motor);
-        QVERIFY(!CaratulaDatos(ts.ctx()).Cargar(QStringLiteral("NADA")).has_value());
-        QCOMPARE(ts.dialogos().mensajes(), QStringList{"No se encontro Interno en base de datos"});
     }
     void facturas_data() { FilasDeMotores(); }
     void facturas() {
