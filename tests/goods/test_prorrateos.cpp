@@ -183,7 +183,6 @@ void TestProrrateos::elegir() {
     {
         FrmLstProrrateo f(ts.ctx(), {{QStringLiteral("interno"), QStringLiteral("P-1")}});
         Mostrar(f);
-        QCOMPARE(f.windowTitle(), QStringLiteral("Codigos Prorrateo"));
         QCOMPARE(Filas(Control<QTreeWidget>(&f, "LstProrrateo")),
                  (QStringList{"A|GASTOS|" + QStringLiteral("100.00").replace('.', separador),
                               "B|FLETE|" + QStringLiteral("02.50").replace('.', separador)}));
