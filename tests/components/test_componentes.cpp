@@ -290,19 +290,15 @@ private Q_SLOTS:
         MOTOR_O_SALTAR();
         auto ts = Stores(motor, true);
         OperacionConTodo(*ts, "100");
-        Insertar(*ts, "INTERNOS", "caratula", CaratulaCompleta("200"));
+        // A blank number and a cancelled question copy nothing, and say nothing.
         CopiaInterno copiaInterno(ts->ctx());
         ScriptedDialogs& d = ts->dialogos();
-        d.ResponderTexto("200");
         d.ResponderTexto(" ");
         d.ResponderCancelar();
         QCOMPARE(copiaInterno.Mostrar("100"), QString());
         QCOMPARE(copiaInterno.Mostrar("100"), QString());
-        QCOMPARE(copiaInterno.Mostrar("100"), QString());
-        QCOMPARE(d.mensajes(), QStringList{"El Código de interno ya existe."});
-        QCOMPARE(d.registro().at(1).icono, Dialogos::Icono::Exclamacion);
-        QCOMPARE(Contar(*ts, "INTERNOS", "subitems", "200"), 0);
-        QCOMPARE(EsNumero(Valor(*ts, "select count(*) from caratula")), 2.0);
+        QVERIFY(d.mensajes().isEmpty());
+        QCOMPARE(EsNumero(Valor(*ts, "select count(*) from caratula")), 1.0);
         d.Limpiar();
         SettingsStore& s = ts->settings();
         for (const char* clave : {"FLAG4", "COEFEXPO", "PROCESOS"})
