@@ -33,26 +33,64 @@ bool Empieza(const QString& texto, std::initializer_list<const char*> prefijos) 
     return false;
 }
 
+// The run flags of the context an assembly sets.
+struct MarcasCorrida {
+    explicit MarcasCorrida(const AppContext& c)
+        : resultado(c.ArmadoResultado),
+          aec(c.CalculoAEC), regimen{c.FlagDto1439, c.FlagDto1439A1, c.FlagD1330A6, c.FlagD1330A7,
+                                     c.FlagD1330A8},
+          pendiente(c.LiquidacionPendiente), multas(c.CalcMultas), coefExport(c.CoefExport),
+          coeficiente(c.CalcularCoeficiente) {}
+    void Poner(AppContext& c) const {
+        c.ArmadoResultado = resultado;
+        c.CalculoAEC = aec;
+        c.FlagDto1439 = regimen[0];
+        c.FlagDto1439A1 = regimen[1];
+        c.FlagD1330A6 = regimen[2];
+        c.FlagD1330A7 = regimen[3];
+        c.FlagD1330A8 = regimen[4];
+        c.LiquidacionPendiente = pendiente;
+        c.CalcMultas = multas;
+        c.CoefExport = coefExport;
+        c.CalcularCoeficiente = coeficiente;
+    }
+    QString resultado, aec, regimen[5];
+    bool pendiente, multas, coefExport, coeficiente;
+};
+
 } // namespace
 
 ArmadoItems::ArmadoItems(AppContext& ctx, const QString& interno, ProgresoArmado& progreso)
-    : ctx_(ctx), r_(ctx, interno, progreso) {}
+    : ctx_(ctx), r_(std::in_place, ctx, interno, progreso) {}
 
 bool ArmadoItems::Ejecutar() {
     // The same few statements run once per group and per item: prepared once for the run.
     SentenciasPreparadas preparadas;
+    // What the run changes outside the stores, put back for another attempt.
+    const MarcasCorrida antes(ctx_);
+    const int vistos = ctx_.Interacciones();
+    int intento = 0;
     try {
-        Transaccion t(ctx_.stores(), kEntidades);
-        Generar();
-        if (ctx_.ArmadoResultado == QLatin1String("SI")) {
-            // The hand-off to the view of item 0, which calculates every item and writes the
-            // totals and the amounts of the rows.
-            ctx_.LiquidacionPendiente = true;
-            LiquidacionOperacion(ctx_, r_.c).Calcular(r_.interno, [this](const QString& s) {
-                r_.progreso.Item(s);
-            });
-        }
-        t.Confirmar();
+        EnTransaccion(
+            ctx_.stores(), kEntidades,
+            [&](Transaccion&) {
+                if (intento++ > 0) {
+                    antes.Poner(ctx_);
+                    const QString interno = r_->interno;
+                    ProgresoArmado& progreso = r_->progreso;
+                    r_.emplace(ctx_, interno, progreso);
+                    etapa_ = 0;
+                }
+                Generar();
+                if (ctx_.ArmadoResultado == QLatin1String("SI")) {
+                    // The hand-off to the view of item 0, which calculates every item and
+                    // writes the totals and the amounts of the rows.
+                    ctx_.LiquidacionPendiente = true;
+                    LiquidacionOperacion(ctx_, r_->c)
+                        .Calcular(r_->interno, [this](const QString& s) { r_->progreso.Item(s); });
+                }
+            },
+            [&] { return ctx_.Interacciones() == vistos; });
     } catch (const KorvenError& e) {
         Fallo(e.numero(), e.descripcion(), e.origen());
         return false;
@@ -76,23 +114,23 @@ void ArmadoItems::Fallo(int numero, const QString& texto, const QString& origen)
 
 void ArmadoItems::Etapa(int etapa, bool terminada) {
     etapa_ = etapa;
-    r_.progreso.Etapa(etapa, terminada);
+    r_->progreso.Etapa(etapa, terminada);
 }
 
 void ArmadoItems::Generar() {
-    AgrupacionSubItems agrupacion(r_);
-    ProrrateoTotales prorrateo(r_);
-    ConstruccionItems items(r_);
-    ControlesArmado controles(r_);
-    Conexion& c = r_.c;
-    const QString X = r_.X();
+    AgrupacionSubItems agrupacion(*r_);
+    ProrrateoTotales prorrateo(*r_);
+    ConstruccionItems items(*r_);
+    ControlesArmado controles(*r_);
+    Conexion& c = r_->c;
+    const QString X = r_->X();
     const bool insumos = ctx_.componentes().Instalado(QStringLiteral("SupplyLink.Main"));
 
     // 1. The suffixes checked again.
     Etapa(1, false);
     agrupacion.Limpiar();
     agrupacion.Normalizar();
-    if (!agrupacion.Validar() || r_.terminada)
+    if (!agrupacion.Validar() || r_->terminada)
         return;
     Etapa(1, true);
 
@@ -100,12 +138,12 @@ void ArmadoItems::Generar() {
     Etapa(2, false);
     agrupacion.Agrupar();
     agrupacion.MarcarRegimen();
-    r_.LeerCaratula();
+    r_->LeerCaratula();
     Etapa(2, true);
 
     // 3. The FOB prorated, the common data, the merged duplicates.
     Etapa(3, false);
-    if (!prorrateo.ProrratearFob() || r_.terminada)
+    if (!prorrateo.ProrratearFob() || r_->terminada)
         return;
     prorrateo.DatosComunes();
     if (ctx_.config().VrySbtDup == QLatin1String("S"))
@@ -128,11 +166,11 @@ void ArmadoItems::Generar() {
     c.Ejecutar(QStringLiteral("delete from itemventaja where interno = ") + X);
     if (!ctx_.config().NOCALCLIQU) {
         GeneracionLiquidacion(ctx_, c).GenerarOperacion(
-            r_.interno, r_.car.idsubreg, r_.importacion, r_.cliente,
+            r_->interno, r_->car.idsubreg, r_->importacion, r_->cliente,
             [this](int n, int total, long long id) {
-                r_.progreso.Item(QStringLiteral("Creando liquidación Item: ") +
-                                 QString::number(id));
-                r_.progreso.Barra(n, total);
+                r_->progreso.Item(QStringLiteral("Creando liquidación Item: ") +
+                                  QString::number(id));
+                r_->progreso.Barra(n, total);
             });
     }
     items.Ventajas();
@@ -147,7 +185,7 @@ void ArmadoItems::Generar() {
     // 8. Integrity.
     Etapa(8, false);
     c.Ejecutar(QStringLiteral("Update item set itmodif = '' where interno = ") + X);
-    ControlesArmado(r_).VerificarIntegridad();
+    ControlesArmado(*r_).VerificarIntegridad();
     items.ItemsGyD();
     Etapa(8, true);
 
@@ -155,24 +193,24 @@ void ArmadoItems::Generar() {
     if (insumos) {
         Etapa(9, false);
         ActualizarInsumos();
-        if (r_.terminada)
+        if (r_->terminada)
             return;
         Etapa(9, true);
     }
 
     // External-trade amount and net kilos over the finished items.
-    if (r_.car.dccomext > 0) {
-        double comExt = r_.car.dccomext;
-        double fob = r_.TotalFobOperacion;
+    if (r_->car.dccomext > 0) {
+        double comExt = r_->car.dccomext;
+        double fob = r_->TotalFobOperacion;
         prorrateo.ProrratearComExt(comExt, fob);
     }
-    if (r_.car.dckgneto > 0) {
-        double kilos = r_.car.dckgneto;
+    if (r_->car.dckgneto > 0) {
+        double kilos = r_->car.dckgneto;
         prorrateo.Prorratear_ItemCeroEx(kilos);
     }
 
     // 10. Marks of the positions.
-    if (Empieza(r_.car.idsubreg, {"IC", "LAPI", "ZFE", "DIR", "ECA", "IG"})) {
+    if (Empieza(r_->car.idsubreg, {"IC", "LAPI", "ZFE", "DIR", "ECA", "IG"})) {
         Etapa(10, false);
         MarcasNcm();
         Etapa(10, true);
@@ -180,22 +218,22 @@ void ArmadoItems::Generar() {
 }
 
 void ArmadoItems::ActualizarInsumos() {
-    r_.progreso.MostrarInsumos();
-    if (!SubregimenConInsumos(r_.car.idsubreg))
+    r_->progreso.MostrarInsumos();
+    if (!SubregimenConInsumos(r_->car.idsubreg))
         return;
     std::unique_ptr<QObject> link =
         ctx_.componentes().Crear(QStringLiteral("SupplyLink.Main"), ctx_);
-    link->setProperty("Interno", r_.interno);
-    const Recordset items = r_.c.Abrir(
+    link->setProperty("Interno", r_->interno);
+    const Recordset items = r_->c.Abrir(
         QStringLiteral(
             "select id from item where interno = ? and cancelaciones = 'OK' order by id"),
-        {r_.interno});
+        {r_->interno});
     for (int i = 0; i < items.RecordCount(); ++i) {
         const QVariant id = items.Fila(i).at(0);
         const Recordset subs =
-            r_.c.Abrir(QStringLiteral("select idsub from groupsubitems where interno = ? and id = "
-                                      "? order by orden"),
-                       {r_.interno, id});
+            r_->c.Abrir(QStringLiteral("select idsub from groupsubitems where interno = ? and id = "
+                                       "? order by orden"),
+                        {r_->interno, id});
         QStringList lista;
         for (int j = 0; j < subs.RecordCount(); ++j)
             lista << EsNull(subs.Fila(j).at(0));
@@ -206,7 +244,7 @@ void ArmadoItems::ActualizarInsumos() {
                                       Q_ARG(QString, lista.join(QLatin1Char('|'))));
         if (!llamado || !ok) {
             ctx_.ArmadoResultado = QStringLiteral("NO");
-            r_.terminada = true;
+            r_->terminada = true;
             return;
         }
     }
@@ -215,9 +253,9 @@ void ArmadoItems::ActualizarInsumos() {
 void ArmadoItems::MarcasNcm() {
     std::unique_ptr<QObject> validador =
         ctx_.componentes().Crear(QStringLiteral("ValidadorNCM"), ctx_);
-    const Recordset rs = r_.c.Abrir(
+    const Recordset rs = r_->c.Abrir(
         QStringLiteral("select distinct ncm from item where interno = ? and id <> 0 order by ncm"),
-        {r_.interno});
+        {r_->interno});
     bool lapi = false, estampillas = false;
     for (int i = 0; i < rs.RecordCount(); ++i) {
         QVariantMap marcas;

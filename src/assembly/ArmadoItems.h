@@ -3,6 +3,7 @@
 #include "assembly/CorridaArmado.h"
 
 #include <QString>
+#include <optional>
 
 namespace korven {
 
@@ -33,7 +34,7 @@ private:
     void ActualizarInsumos();
 
     AppContext& ctx_;
-    CorridaArmado r_;
+    std::optional<CorridaArmado> r_; // a new one for each attempt of the run
     int etapa_ = 0;
 };
 

@@ -132,7 +132,9 @@ void CorridaArmado::LeerCaratula() {
 }
 
 void CorridaArmado::MostrarDatos(const QString& texto) {
-    if (!progreso.MostrarDatos(texto))
+    if (progreso.MostrarDatos(texto))
+        ctx.ContarInteraccion();
+    else
         ctx.dialogos().Mensaje(texto, QStringLiteral("Resultados"), Dialogos::Icono::Ninguno);
 }
 

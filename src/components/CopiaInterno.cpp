@@ -63,17 +63,18 @@ void CopiaInterno::Copiar(const QString& origen, const QString& destino) {
             PrepararTabla(internos, QStringLiteral("subitems")),
             PrepararTabla(internos, QStringLiteral("prorrateo")),
             PrepararTabla(systablas, QStringLiteral("coment"))};
-        Transaccion tx(stores, {kInternos, kSystablas});
-        // The header goes first: its key refuses a number already in use (whatever its case),
-        // and another workstation copying to the same number waits here until this one ends.
-        for (const TablaCopia& t : tablas) {
-            const int filas = t.cx->Ejecutar(t.sql, {destino, origen});
-            if (&t == &tablas[0] && filas == 0)
-                throw KorvenError(KorvenError::ErrorStore,
-                                  QStringLiteral("No existe el interno ") + origen,
-                                  QStringLiteral("OperationCopier.Main"));
-        }
-        tx.Confirmar();
+        EnTransaccion(stores, {kInternos, kSystablas}, [&](Transaccion&) {
+            // The header goes first: its key refuses a number already in use (whatever its
+            // case), and another workstation copying to the same number waits here until this
+            // one ends.
+            for (const TablaCopia& t : tablas) {
+                const int filas = t.cx->Ejecutar(t.sql, {destino, origen});
+                if (&t == &tablas[0] && filas == 0)
+                    throw KorvenError(KorvenError::ErrorStore,
+                                      QStringLiteral("No existe el interno ") + origen,
+                                      QStringLiteral("OperationCopier.Main"));
+            }
+        });
     }
     // The options of the Operation, but not the mark of a run in progress.
     SettingsStore& s = ctx_.settings();
@@ -95,9 +96,9 @@ QString CopiaInterno::Mostrar(const QString& origen) {
         const QString destino = *respuesta;
         try {
             Copiar(origen, destino);
-        } catch (const KorvenError&) {
+        } catch (const KorvenError& e) {
             // The copy was undone; a header under that number is why.
-            if (!Existe(destino))
+            if (e.conflicto() || !Existe(destino))
                 throw;
             ctx_.dialogos().Mensaje(QStringLiteral("El Código de interno ya existe."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);

@@ -36,7 +36,7 @@ void BloqueoInterno::AvisarAbiertoEnOtraPc(const Cerrojo& c) {
 }
 
 bool BloqueoInterno::Tomar(const QString& interno) {
-    Conexion& cx = stores_.getDataConnectionByEntity(kInternos);
+    bool reemplazar = false;
     if (const std::optional<Cerrojo> c = Leer(interno)) {
         if (c->maquina.trimmed() != maquina_.trimmed()) {
             AvisarAbiertoEnOtraPc(*c);
@@ -47,14 +47,21 @@ bool BloqueoInterno::Tomar(const QString& interno) {
                            "procedera a cambiar el estado.\n\nUltimo Acceso: ") +
                 FormatoFecha(c->fecha, kLongDate),
             QStringLiteral("KORVEN"), Dialogos::Icono::Critico);
-        cx.Ejecutar(QStringLiteral("delete from interno where interno = ") + SqlTexto(interno));
+        reemplazar = true;
     }
     if (antesDeInsertar_)
         antesDeInsertar_();
     try {
-        Insertar(interno);
-    } catch (const KorvenError&) {
+        EnTransaccion(stores_, {kInternos}, [&](Transaccion&) {
+            if (reemplazar)
+                stores_.getDataConnectionByEntity(kInternos).Ejecutar(
+                    QStringLiteral("delete from interno where interno = ") + SqlTexto(interno));
+            Insertar(interno);
+        });
+    } catch (const KorvenError& e) {
         // The key refused the row: another workstation took the lock since it was read.
+        if (e.conflicto())
+            throw;
         if (const std::optional<Cerrojo> c = Leer(interno)) {
             AvisarAbiertoEnOtraPc(*c);
             return false;
@@ -82,6 +89,8 @@ std::optional<KorvenError> BloqueoInterno::TomarEnTransaccion(const QString& int
     try {
         Insertar(interno);
     } catch (const KorvenError& e) {
+        if (e.conflicto()) // not a lock: the action is done again
+            throw;
         return e;
     }
     return std::nullopt;

@@ -89,13 +89,15 @@ bool EliminarInterno::Ejecutar(const QString& interno, const std::function<void(
             QStringList entidades{kInternos, kSystablas};
             if (conInsumos)
                 entidades << QStringLiteral("INSUMOS");
-            Transaccion tx(stores, entidades);
-            // The deletion holds the Operation as an opening does, for as long as it runs: an
-            // Operation open on another workstation is refused, and none can open it meanwhile.
-            tomado = bloqueo.TomarEnTransaccion(interno);
-            if (tomado) {
-                tx.Deshacer();
-            } else {
+            EnTransaccion(stores, entidades, [&](Transaccion& tx) {
+                // The deletion holds the Operation as an opening does, for as long as it runs:
+                // an Operation open on another workstation is refused, and none can open it
+                // meanwhile.
+                tomado = bloqueo.TomarEnTransaccion(interno);
+                if (tomado) {
+                    tx.Deshacer();
+                    return;
+                }
                 DesvincularInsumos(interno, lineas);
                 int hechos = 0;
                 for (const Paso& p : Pasos()) {
@@ -106,8 +108,7 @@ bool EliminarInterno::Ejecutar(const QString& interno, const std::function<void(
                     if (avance)
                         avance(++hechos);
                 }
-                tx.Confirmar();
-            }
+            });
         }
         if (tomado) {
             if (const std::optional<BloqueoInterno::Cerrojo> c = bloqueo.Leer(interno)) {

@@ -35,14 +35,16 @@ QString NuevoInterno::Ejecutar() {
         StoreDirectory& stores = ctx_.stores();
         int filas = 0;
         try {
-            filas = stores.getDataConnectionByEntity(kInternos).Ejecutar(
-                QStringLiteral(
-                    "insert into caratula (interno, fechaalta, ONCCAHabilitado) values (?,") +
-                    stores.getDateFormatbyEntity(kInternos, QDate::currentDate()) +
-                    QStringLiteral(",'N')"),
-                {interno});
-        } catch (const KorvenError&) {
-            if (!Existe(interno))
+            EnTransaccion(stores, {kInternos}, [&](Transaccion&) {
+                filas = stores.getDataConnectionByEntity(kInternos).Ejecutar(
+                    QStringLiteral(
+                        "insert into caratula (interno, fechaalta, ONCCAHabilitado) values (?,") +
+                        stores.getDateFormatbyEntity(kInternos, QDate::currentDate()) +
+                        QStringLiteral(",'N')"),
+                    {interno});
+            });
+        } catch (const KorvenError& e) {
+            if (e.conflicto() || !Existe(interno))
                 throw;
             ctx_.dialogos().Mensaje(QStringLiteral("El Código de interno ya existe."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);

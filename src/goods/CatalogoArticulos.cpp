@@ -114,49 +114,51 @@ bool CatalogoArticulos::GuardarArticulo(const ArticuloCatalogo& articulo,
     if (a.idCatalogo.isEmpty() || a.idArticulo.isEmpty())
         return false;
     StoreDirectory& stores = ctx_.stores();
-    Transaccion tr(stores, {kCatalogos});
-    Conexion& cn = stores.getDataConnectionByEntity(kCatalogos);
-    const QVariantList clave{a.idCatalogo, a.idArticulo};
-    const bool existe =
-        !cn.Abrir(QStringLiteral("select idarticulo from catarticulos where idcatalogo = ? and "
-                                 "idarticulo = ?"),
-                  clave)
-             .Eof();
-    if (existe && noModificarExistente)
-        return true;
-    const QString fecha = stores.getDateFormatbyEntity(kCatalogos, QDate::currentDate());
-    QVariantList valores = Valores(a);
-    valores << Usuario();
-    if (existe) {
-        QString sql = QStringLiteral("update catarticulos set ");
-        for (const char* c : kColumnas)
-            sql += QString::fromLatin1(c) + QStringLiteral(" = ?,");
-        sql += QStringLiteral("usuario = ?,fecha = ") + fecha +
-               QStringLiteral(" where idcatalogo = ? and idarticulo = ?");
-        cn.Ejecutar(sql, valores + clave);
-    } else {
-        // A new article counts one unit: the search by field shows quantity times price.
-        QString columnas = QStringLiteral("idcatalogo,idarticulo");
-        QString marcas = QStringLiteral("?,?");
-        for (const char* c : kColumnas) {
-            columnas += QLatin1Char(',') + QString::fromLatin1(c);
-            marcas += QStringLiteral(",?");
+    EnTransaccion(stores, {kCatalogos}, [&](Transaccion&) {
+        Conexion& cn = stores.getDataConnectionByEntity(kCatalogos);
+        const QVariantList clave{a.idCatalogo, a.idArticulo};
+        const bool existe =
+            !cn.Abrir(QStringLiteral("select idarticulo from catarticulos where idcatalogo = ? and "
+                                     "idarticulo = ?"),
+                      clave)
+                 .Eof();
+        if (existe && noModificarExistente)
+            return;
+        const QString fecha = stores.getDateFormatbyEntity(kCatalogos, QDate::currentDate());
+        QVariantList valores = Valores(a);
+        valores << Usuario();
+        if (existe) {
+            QString sql = QStringLiteral("update catarticulos set ");
+            for (const char* c : kColumnas)
+                sql += QString::fromLatin1(c) + QStringLiteral(" = ?,");
+            sql += QStringLiteral("usuario = ?,fecha = ") + fecha +
+                   QStringLiteral(" where idcatalogo = ? and idarticulo = ?");
+            cn.Ejecutar(sql, valores + clave);
+        } else {
+            // A new article counts one unit: the search by field shows quantity times price.
+            QString columnas = QStringLiteral("idcatalogo,idarticulo");
+            QString marcas = QStringLiteral("?,?");
+            for (const char* c : kColumnas) {
+                columnas += QLatin1Char(',') + QString::fromLatin1(c);
+                marcas += QStringLiteral(",?");
+            }
+            cn.Ejecutar(QStringLiteral("insert into catarticulos (") + columnas +
+                            QStringLiteral(",usuario,fecha,cantidad) values (") + marcas +
+                            QStringLiteral(",?,") + fecha + QStringLiteral(",1)"),
+                        clave + valores);
         }
-        cn.Ejecutar(QStringLiteral("insert into catarticulos (") + columnas +
-                        QStringLiteral(",usuario,fecha,cantidad) values (") + marcas +
-                        QStringLiteral(",?,") + fecha + QStringLiteral(",1)"),
-                    clave + valores);
-    }
+    });
     return true;
 }
 
 void CatalogoArticulos::EliminarArticulo(const QString& idCatalogo, const QString& idArticulo) {
     StoreDirectory& stores = ctx_.stores();
-    Transaccion tr(stores, {kCatalogos});
-    stores.getDataConnectionByEntity(kCatalogos)
-        .Ejecutar(
-            QStringLiteral("delete from catarticulos where idcatalogo = ? and idarticulo = ?"),
-            {idCatalogo.trimmed(), idArticulo.trimmed()});
+    EnTransaccion(stores, {kCatalogos}, [&](Transaccion&) {
+        stores.getDataConnectionByEntity(kCatalogos)
+            .Ejecutar(
+                QStringLiteral("delete from catarticulos where idcatalogo = ? and idarticulo = ?"),
+                {idCatalogo.trimmed(), idArticulo.trimmed()});
+    });
 }
 
 QList<ArticuloCatalogo> CatalogoArticulos::Articulos(const QString& idCatalogo) {

@@ -268,36 +268,55 @@ ResultadoSubItem GrabacionSubItems::GrabarSubItems(int modoSufijos, LineaSubItem
             return parar({QStringLiteral("Valor Invalido en PRECIO UNITARIO"), Icono::Exclamacion,
                           QStringLiteral("TxtUnitario")});
 
-        // From here the Operation is marked changed, whatever the rest of the checks say.
-        Transaccion tx(ctx_.stores(), Entidades(ctx_, linea));
-        paso = 9;
-        SubItemsDatos(ctx_).MarcarCambio(interno_);
-        paso = 10;
-        linea.sufijos = SinApostrofes(linea.sufijos);
-        linea.descripcion = SinApostrofes(linea.descripcion);
-        paso = 11;
-        if (!deInsumos && ctx_.config().MODIFCAT == 2 && linea.catalogoVisible)
-            if (auto a = ChequeoCatalogo(ctx_, linea))
-                return parar(*a);
-        paso = 12;
-        if (auto a = ChequeosPosicion(linea, QStringLiteral("numerico")))
-            return parar(*a);
-        paso = 15;
-        if (!Sufijar(ctx_, dialogos_, modoSufijos, linea))
+        // From here the Operation is marked changed, whatever the rest of the checks say. The
+        // store work is done again when it crosses another workstation, as long as nothing has
+        // been asked or shown.
+        long long id = 0;
+        bool preguntado = false, completo = false;
+        auto alto = [&](const Alto& a) {
+            preguntado = true;
+            Parar(dialogos_, r, a);
+        };
+        EnTransaccion(
+            ctx_.stores(), Entidades(ctx_, linea),
+            [&](Transaccion&) {
+                paso = 9;
+                SubItemsDatos(ctx_).MarcarCambio(interno_);
+                paso = 10;
+                linea.sufijos = SinApostrofes(linea.sufijos);
+                linea.descripcion = SinApostrofes(linea.descripcion);
+                paso = 11;
+                if (!deInsumos && ctx_.config().MODIFCAT == 2 && linea.catalogoVisible)
+                    if (auto a = ChequeoCatalogo(ctx_, linea)) {
+                        alto(*a);
+                        return;
+                    }
+                paso = 12;
+                if (auto a = ChequeosPosicion(linea, QStringLiteral("numerico"))) {
+                    alto(*a);
+                    return;
+                }
+                paso = 15;
+                preguntado = true;
+                if (!Sufijar(ctx_, dialogos_, modoSufijos, linea))
+                    return;
+                paso = 19;
+                if (linea.sufijos.isEmpty())
+                    return; // the clerk gave up in the suffix dialogue
+                id = SubItemsDatos(ctx_).Insertar(interno_, linea, deInsumos, admiteEAN);
+                paso = 20;
+                ValoresCriterio(ctx_, linea);
+                paso = 21;
+                if (deInsumos && !VincularInsumo(ctx_, interno_, linea, id))
+                    return;
+                paso = 22;
+                if (ConMantenimientoCatalogo(ctx_, linea))
+                    MantenerCatalogo(ctx_, linea);
+                completo = true;
+            },
+            [&] { return !preguntado; });
+        if (!completo)
             return r;
-        paso = 19;
-        if (linea.sufijos.isEmpty())
-            return r; // the clerk gave up in the suffix dialogue
-        const long long id = SubItemsDatos(ctx_).Insertar(interno_, linea, deInsumos, admiteEAN);
-        paso = 20;
-        ValoresCriterio(ctx_, linea);
-        paso = 21;
-        if (deInsumos && !VincularInsumo(ctx_, interno_, linea, id))
-            return r;
-        paso = 22;
-        if (ConMantenimientoCatalogo(ctx_, linea))
-            MantenerCatalogo(ctx_, linea);
-        tx.Confirmar();
         r.grabado = true;
         r.id = id;
         r.foco =
@@ -318,61 +337,77 @@ ResultadoSubItem GrabacionSubItems::ModificarSubItems(int modoSufijos, LineaSubI
     if (modoSufijos != 1 && modoSufijos != 2)
         return r;
     int paso = 0;
-    auto parar = [&](const Alto& a) { return Parar(dialogos_, r, a); };
+    // The store work is done again when it crosses another workstation, as long as nothing has
+    // been asked or shown.
+    bool preguntado = false, completo = false;
+    int filas = 0;
+    auto parar = [&](const Alto& a) {
+        preguntado = true;
+        Parar(dialogos_, r, a);
+    };
     try {
-        Transaccion tx(ctx_.stores(), Entidades(ctx_, linea));
-        SubItemsDatos(ctx_).MarcarCambio(interno_);
-        paso = 1;
-        QString posicion = linea.posicion;
-        posicion.replace(QLatin1Char(','), QLatin1Char('.'));
-        const std::optional<UnidadesNcm> u = SubItemsDatos(ctx_).Unidades(posicion, true);
-        if (!u)
-            return parar(
-                {QStringLiteral("No se encontro la posición ") + posicion, Icono::Critico, {}});
-        if (u->estadistica.isEmpty())
-            return parar(
-                {QStringLiteral("Error: no hay unidad estadistica"), Icono::Exclamacion, {}});
-        paso = 2;
-        if (auto a = ChequeosUnidades(ctx_, linea))
-            return parar(*a);
-        if (auto a = ChequeoCantidades(linea))
-            return parar(*a);
-        const Configuracion& cfg = ctx_.config();
-        if ((cfg.MODIFCAT == 2 || cfg.MODARTSUB == QStringLiteral("S")) &&
-            linea.idCatalogo.trimmed() != QStringLiteral("INS"))
-            if (auto a = ChequeoCatalogo(ctx_, linea))
-                return parar(*a);
-        paso = 3;
-        if (auto a = ChequeosPosicion(linea, QStringLiteral("numeric")))
-            return parar(*a);
-        paso = 4;
-        if (linea.derEspVisible &&
-            (!Numero(linea.derEsp) || linea.derEsp.trimmed() == QStringLiteral(".")))
-            return parar({QStringLiteral("El valor de el campo Derecho Especifico debe ser "
-                                         "númerico"),
-                          Icono::Exclamacion,
-                          {}});
-        paso = 5;
-        if (auto a = ChequeoKilos(linea))
-            return parar(*a);
-        paso = 6;
-        linea.sufijos = SinApostrofes(linea.sufijos);
-        if (linea.sufijos.trimmed() != QStringLiteral("SIN SUFIJOS") &&
-            !Sufijar(ctx_, dialogos_, modoSufijos, linea))
+        EnTransaccion(
+            ctx_.stores(), Entidades(ctx_, linea),
+            [&](Transaccion&) {
+                SubItemsDatos(ctx_).MarcarCambio(interno_);
+                paso = 1;
+                QString posicion = linea.posicion;
+                posicion.replace(QLatin1Char(','), QLatin1Char('.'));
+                const std::optional<UnidadesNcm> u = SubItemsDatos(ctx_).Unidades(posicion, true);
+                if (!u)
+                    return parar({QStringLiteral("No se encontro la posición ") + posicion,
+                                  Icono::Critico,
+                                  {}});
+                if (u->estadistica.isEmpty())
+                    return parar({QStringLiteral("Error: no hay unidad estadistica"),
+                                  Icono::Exclamacion,
+                                  {}});
+                paso = 2;
+                if (auto a = ChequeosUnidades(ctx_, linea))
+                    return parar(*a);
+                if (auto a = ChequeoCantidades(linea))
+                    return parar(*a);
+                const Configuracion& cfg = ctx_.config();
+                if ((cfg.MODIFCAT == 2 || cfg.MODARTSUB == QStringLiteral("S")) &&
+                    linea.idCatalogo.trimmed() != QStringLiteral("INS"))
+                    if (auto a = ChequeoCatalogo(ctx_, linea))
+                        return parar(*a);
+                paso = 3;
+                if (auto a = ChequeosPosicion(linea, QStringLiteral("numeric")))
+                    return parar(*a);
+                paso = 4;
+                if (linea.derEspVisible &&
+                    (!Numero(linea.derEsp) || linea.derEsp.trimmed() == QStringLiteral(".")))
+                    return parar({QStringLiteral("El valor de el campo Derecho Especifico debe ser "
+                                                 "númerico"),
+                                  Icono::Exclamacion,
+                                  {}});
+                paso = 5;
+                if (auto a = ChequeoKilos(linea))
+                    return parar(*a);
+                paso = 6;
+                linea.sufijos = SinApostrofes(linea.sufijos);
+                preguntado = true;
+                if (linea.sufijos.trimmed() != QStringLiteral("SIN SUFIJOS") &&
+                    !Sufijar(ctx_, dialogos_, modoSufijos, linea))
+                    return;
+                if (linea.sufijos.isEmpty())
+                    return parar({QStringLiteral("Para Grabar es necesario completar los sufijos"),
+                                  Icono::Exclamacion,
+                                  {}});
+                paso = 7;
+                linea.descripcion = SinApostrofes(linea.descripcion);
+                filas = SubItemsDatos(ctx_).Actualizar(interno_, id, linea, admiteEAN);
+                paso = 8;
+                ValoresCriterio(ctx_, linea);
+                paso = 9;
+                if (filas > 0 && ConMantenimientoCatalogo(ctx_, linea))
+                    MantenerCatalogo(ctx_, linea);
+                completo = true;
+            },
+            [&] { return !preguntado; });
+        if (!completo)
             return r;
-        if (linea.sufijos.isEmpty())
-            return parar({QStringLiteral("Para Grabar es necesario completar los sufijos"),
-                          Icono::Exclamacion,
-                          {}});
-        paso = 7;
-        linea.descripcion = SinApostrofes(linea.descripcion);
-        const int filas = SubItemsDatos(ctx_).Actualizar(interno_, id, linea, admiteEAN);
-        paso = 8;
-        ValoresCriterio(ctx_, linea);
-        paso = 9;
-        if (filas > 0 && ConMantenimientoCatalogo(ctx_, linea))
-            MantenerCatalogo(ctx_, linea);
-        tx.Confirmar();
         r.grabado = filas > 0;
         r.id = id;
     } catch (const KorvenError& e) {

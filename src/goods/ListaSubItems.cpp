@@ -200,10 +200,11 @@ bool ListaSubItems::Masivo(Dialogos& dialogos, const QString& pregunta, const QS
     if (!dialogos.Pregunta(pregunta))
         return false;
     try {
-        Transaccion tx(ctx_.stores(), {kInternos});
-        Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
-        for (const QString& s : sentencias)
-            cn.Ejecutar(s, {interno_});
+        EnTransaccion(ctx_.stores(), {kInternos}, [&](Transaccion&) {
+            Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
+            for (const QString& s : sentencias)
+                cn.Ejecutar(s, {interno_});
+        });
     } catch (const KorvenError& e) {
         dialogos.Mensaje(seccion + QString::number(e.numero()) + QStringLiteral(" - ") +
                              e.descripcion(),

@@ -51,22 +51,25 @@ bool Prorrateos::Agregar(const QString& interno, const QString& codigo, const QS
         return false;
     }
     try {
-        Transaccion tx(ctx_.stores(), {kInternos});
-        Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
-        if (EsNumero(cn.Abrir(QStringLiteral("select count(1) as cont from prorrateo where "
-                                             "codigo = ? and interno = ?"),
-                              {codigo, interno})
-                         .Fields(QStringLiteral("Cont"))) > 0) {
+        bool existe = false;
+        EnTransaccion(ctx_.stores(), {kInternos}, [&](Transaccion&) {
+            Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
+            existe = EsNumero(cn.Abrir(QStringLiteral("select count(1) as cont from prorrateo "
+                                                      "where codigo = ? and interno = ?"),
+                                       {codigo, interno})
+                                  .Fields(QStringLiteral("Cont"))) > 0;
+            if (existe)
+                return;
+            cn.Ejecutar(
+                QStringLiteral("Insert into prorrateo (interno,codigo,descripcion,valor) "
+                               "values (?,?,?,") +
+                    SqlNumero(numero, ctx_.stores().getDecimalSeparatorbyEntity(kInternos)) +
+                    QLatin1Char(')'),
+                {interno, codigo, descripcion});
+        });
+        if (existe)
             dlg.Mensaje(QStringLiteral("El codigo ya Existe"));
-            return false;
-        }
-        cn.Ejecutar(QStringLiteral("Insert into prorrateo (interno,codigo,descripcion,valor) "
-                                   "values (?,?,?,") +
-                        SqlNumero(numero, ctx_.stores().getDecimalSeparatorbyEntity(kInternos)) +
-                        QLatin1Char(')'),
-                    {interno, codigo, descripcion});
-        tx.Confirmar();
-        return true;
+        return !existe;
     } catch (const KorvenError& e) {
         Reportar(e, QStringLiteral("[PRORRATEO.AGREGAR] "));
     }

@@ -14,24 +14,27 @@ const QString kInternos = QStringLiteral("INTERNOS");
 
 bool Facturas::Agregar_Facturas(const QString& interno, const QString& factura) {
     try {
-        Transaccion tx(ctx_.stores(), {kInternos});
-        Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
-        Recordset rs =
-            cn.Abrir(QStringLiteral("select count(*) as cant from facturas where interno = ? and "
-                                    "factura = ?"),
-                     {interno, factura});
-        if (EsNumero(rs.Fields(QStringLiteral("cant"))) > 0) {
+        bool existe = false;
+        EnTransaccion(ctx_.stores(), {kInternos}, [&](Transaccion&) {
+            Conexion& cn = ctx_.stores().getDataConnectionByEntity(kInternos);
+            Recordset rs = cn.Abrir(QStringLiteral("select count(*) as cant from facturas where "
+                                                   "interno = ? and factura = ?"),
+                                    {interno, factura});
+            existe = EsNumero(rs.Fields(QStringLiteral("cant"))) > 0;
+            if (existe)
+                return;
+            Recordset mx =
+                cn.Abrir(QStringLiteral("select Max(orden) as ord from facturas where interno = ?"),
+                         {interno});
+            const int orden = static_cast<int>(EsNumero(mx.Fields(QStringLiteral("ord")))) + 1;
+            cn.Ejecutar(
+                QStringLiteral("insert into facturas(interno,orden,factura) values (?,?,?)"),
+                {interno, orden, factura});
+        });
+        if (existe)
             ctx_.dialogos().Mensaje(QStringLiteral("Ya existe esta factura."),
                                     QStringLiteral("KORVEN"), Dialogos::Icono::Exclamacion);
-            return false;
-        }
-        Recordset mx = cn.Abrir(
-            QStringLiteral("select Max(orden) as ord from facturas where interno = ?"), {interno});
-        const int orden = static_cast<int>(EsNumero(mx.Fields(QStringLiteral("ord")))) + 1;
-        cn.Ejecutar(QStringLiteral("insert into facturas(interno,orden,factura) values (?,?,?)"),
-                    {interno, orden, factura});
-        tx.Confirmar();
-        return true;
+        return !existe;
     } catch (const KorvenError& e) {
         ctx_.dialogos().Mensaje(QString::number(e.numero()) + QStringLiteral(" - ") +
                                     e.descripcion() + QStringLiteral(" [Agregar_Facturas] "),

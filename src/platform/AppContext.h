@@ -2,6 +2,7 @@
 
 #include "platform/ComponentRegistry.h"
 #include "platform/Configuracion.h"
+#include "platform/Dialogos.h"
 #include "platform/Pantallas.h"
 
 #include <QString>
@@ -9,7 +10,6 @@
 
 namespace korven {
 
-class Dialogos;
 class SettingsStore;
 class StoreDirectory;
 class QueryDesk;
@@ -24,11 +24,16 @@ public:
 
     StoreDirectory& stores() { return stores_; }
     Dialogos& dialogos() { return dialogos_; }
+    // How many messages, questions and screens have been shown so far: an action whose store
+    // work conflicted is done again only when it showed nothing meanwhile.
+    int Interacciones() const { return dialogos_.vistos; }
+    void ContarInteraccion() { ++dialogos_.vistos; }
     SettingsStore& settings() { return settings_; }
     ComponentRegistry& componentes() { return componentes_; }
     Pantallas& pantallas() { return pantallas_; }
     // Opens a screen by name (see Pantallas).
     QVariant AbrirModal(const QString& nombre, const QVariantMap& args = {}) {
+        ContarInteraccion();
         return pantallas_.AbrirModal(*this, nombre, args);
     }
     Configuracion& config() { return config_; }
@@ -73,8 +78,28 @@ public:
     double TotalProrrateo = 0;
 
 private:
+    // The dialogs given, counting what goes through them.
+    struct Contados : Dialogos {
+        explicit Contados(Dialogos& d) : destino(d) {}
+        void Mensaje(const QString& texto, const QString& titulo, Icono icono) override {
+            ++vistos;
+            destino.Mensaje(texto, titulo, icono);
+        }
+        bool Pregunta(const QString& texto, const QString& titulo, Icono icono) override {
+            ++vistos;
+            return destino.Pregunta(texto, titulo, icono);
+        }
+        std::optional<QString> PedirTexto(const QString& pregunta, const QString& titulo,
+                                          int largoMaximo, const QString& porDefecto) override {
+            ++vistos;
+            return destino.PedirTexto(pregunta, titulo, largoMaximo, porDefecto);
+        }
+        Dialogos& destino;
+        int vistos = 0;
+    };
+
     StoreDirectory& stores_;
-    Dialogos& dialogos_;
+    Contados dialogos_;
     SettingsStore& settings_;
     ComponentRegistry componentes_;
     Pantallas pantallas_;

@@ -35,14 +35,16 @@ KorvenError ErrorDeStore(const QSqlError& e, const QString& sql, Motor motor) {
                            QStringLiteral("La base de datos está ocupada por otra estación de "
                                           "trabajo y no se liberó a tiempo; la acción no se hizo. "
                                           "Inténtelo de nuevo en unos momentos."),
-                           sql);
+                           sql)
+            .MarcarConflicto();
     if (motor == Motor::PostgreSQL &&
         (codigo == QLatin1String("40001") || codigo == QLatin1String("40P01")))
         return KorvenError(n,
                            QStringLiteral("Otra estación de trabajo modificó los mismos datos al "
                                           "mismo tiempo; la acción se deshizo. Inténtelo de "
                                           "nuevo."),
-                           sql);
+                           sql)
+            .MarcarConflicto();
     QString texto = e.databaseText().isEmpty() ? e.text() : e.databaseText();
     return KorvenError(n, texto.trimmed(), sql);
 }

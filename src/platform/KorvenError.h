@@ -16,6 +16,14 @@ public:
     const QString& origen() const { return origen_; }
     const char* what() const noexcept override { return what_.constData(); }
 
+    // The store refused the statement because another workstation wrote at the same time (busy
+    // store, serialization failure, deadlock): the whole action may be done again.
+    bool conflicto() const { return conflicto_; }
+    KorvenError& MarcarConflicto() {
+        conflicto_ = true;
+        return *this;
+    }
+
     // Error numbers in use.
     static constexpr int ErrorStore = 3146;           // a statement the store refused
     static constexpr int ComponenteNoInstalado = 429; // a component that cannot be created
@@ -28,6 +36,7 @@ private:
     QString descripcion_;
     QString origen_;
     QByteArray what_;
+    bool conflicto_ = false;
 };
 
 } // namespace korven

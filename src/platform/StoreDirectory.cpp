@@ -7,9 +7,11 @@
 #include <QAtomicInt>
 #include <QDir>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QThread>
 #include <exception>
 
 namespace korven {
@@ -313,6 +315,30 @@ void Transaccion::Deshacer() {
         return;
     cerrada_ = true;
     conexion_->Deshacer();
+}
+
+void EnTransaccion(StoreDirectory& stores, const QStringList& entidades,
+                   const std::function<void(Transaccion&)>& cuerpo,
+                   const std::function<bool()>& repetible) {
+    const bool anidada =
+        !entidades.isEmpty() && stores.getDataConnectionByEntity(entidades.first()).enTransaccion();
+    for (int intento = 1;; ++intento) {
+        try {
+            Transaccion t(stores, entidades);
+            cuerpo(t);
+            t.Confirmar();
+            return;
+        } catch (const KorvenError& e) {
+            if (!e.conflicto() || anidada || intento >= IntentosPorConflicto ||
+                (repetible && !repetible()))
+                throw;
+        }
+        // The other workstation ends its action meanwhile; the random part keeps two that
+        // crossed from crossing again.
+        const int base = 25 << (intento - 1);
+        QThread::msleep(
+            static_cast<unsigned long>(base + QRandomGenerator::global()->bounded(base * 2)));
+    }
 }
 
 } // namespace korven

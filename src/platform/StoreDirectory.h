@@ -5,6 +5,7 @@
 #include <QDate>
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 
 class QSqlDatabase;
@@ -106,5 +107,22 @@ private:
     int excepciones_;
     bool cerrada_ = false;
 };
+
+// The store work of one user action, in its transaction, done again when it crosses another
+// workstation's writes. cuerpo runs inside a Transaccion on the entities named and the commit
+// follows it; when the store refuses a statement or the commit because of another workstation
+// (KorvenError::conflicto: busy store, serialization failure, deadlock) the transaction is rolled
+// back and, after a short random pause, cuerpo runs again from the start, up to
+// IntentosPorConflicto times in all. Then the last error goes to the caller, which tells it as
+// any other. Other errors go to the caller at once, rolled back.
+//
+// cuerpo must do store work only (or put back at its start what a former attempt changed in
+// memory): no dialogs, no settings. A caller that cannot undo what an attempt did returns false
+// from repetible, and the conflict goes to it without a new attempt. Called inside a
+// transaction already open, the conflict goes to the outer action, whose transaction is gone.
+void EnTransaccion(StoreDirectory& stores, const QStringList& entidades,
+                   const std::function<void(Transaccion&)>& cuerpo,
+                   const std::function<bool()>& repetible = {});
+constexpr int IntentosPorConflicto = 4;
 
 } // namespace korven

@@ -202,22 +202,25 @@ QStringList Presupuesto::ReferenciasDelSistema() {
 }
 
 bool Presupuesto::AgregarConcepto(const QString& concepto, double valor, bool enDolares) {
-    Transaccion t(ctx_.stores(), {kInternos});
-    Conexion& cx = ctx_.stores().getDataConnectionByEntity(kInternos);
-    if (EsNumero(cx.Abrir(QStringLiteral("select count(*) as cont from itempresu where interno "
-                                         "= ? and  concepto = ?"),
-                          {interno_, concepto})
-                     .Fields(QStringLiteral("cont"))) > 0)
-        return false;
-    cx.Ejecutar(enDolares ? QStringLiteral("insert into itempresu "
-                                           "(interno,concepto,valordolar,valorpeso) values "
-                                           "(?,?,?,0)")
-                          : QStringLiteral("insert into itempresu "
-                                           "(interno,concepto,valorpeso,valordolar) values "
-                                           "(?,?,?,0)"),
-                {interno_, concepto, RedondearDecimal(valor, 2)});
-    t.Confirmar();
-    return true;
+    bool nuevo = false;
+    EnTransaccion(ctx_.stores(), {kInternos}, [&](Transaccion&) {
+        Conexion& cx = ctx_.stores().getDataConnectionByEntity(kInternos);
+        nuevo = false;
+        if (EsNumero(cx.Abrir(QStringLiteral("select count(*) as cont from itempresu where interno "
+                                             "= ? and  concepto = ?"),
+                              {interno_, concepto})
+                         .Fields(QStringLiteral("cont"))) > 0)
+            return;
+        nuevo = true;
+        cx.Ejecutar(enDolares ? QStringLiteral("insert into itempresu "
+                                               "(interno,concepto,valordolar,valorpeso) values "
+                                               "(?,?,?,0)")
+                              : QStringLiteral("insert into itempresu "
+                                               "(interno,concepto,valorpeso,valordolar) values "
+                                               "(?,?,?,0)"),
+                    {interno_, concepto, RedondearDecimal(valor, 2)});
+    });
+    return nuevo;
 }
 
 void Presupuesto::BorrarConcepto(const QString& concepto) {
@@ -227,17 +230,20 @@ void Presupuesto::BorrarConcepto(const QString& concepto) {
 }
 
 bool Presupuesto::AgregarReferencia(const QString& referencia, const QString& valor) {
-    Transaccion t(ctx_.stores(), {kInternos});
-    Conexion& cx = ctx_.stores().getDataConnectionByEntity(kInternos);
-    if (EsNumero(cx.Abrir(QStringLiteral("select count(*) as cont from itemref where interno = "
-                                         "? and referencia = ?"),
-                          {interno_, referencia})
-                     .Fields(QStringLiteral("cont"))) > 0)
-        return false;
-    cx.Ejecutar(QStringLiteral("insert into itemref (interno,referencia,valor) values (?,?,?)"),
-                {interno_, referencia, valor});
-    t.Confirmar();
-    return true;
+    bool nuevo = false;
+    EnTransaccion(ctx_.stores(), {kInternos}, [&](Transaccion&) {
+        Conexion& cx = ctx_.stores().getDataConnectionByEntity(kInternos);
+        nuevo = false;
+        if (EsNumero(cx.Abrir(QStringLiteral("select count(*) as cont from itemref where interno = "
+                                             "? and referencia = ?"),
+                              {interno_, referencia})
+                         .Fields(QStringLiteral("cont"))) > 0)
+            return;
+        nuevo = true;
+        cx.Ejecutar(QStringLiteral("insert into itemref (interno,referencia,valor) values (?,?,?)"),
+                    {interno_, referencia, valor});
+    });
+    return nuevo;
 }
 
 void Presupuesto::BorrarReferencia(const QString& referencia) {

@@ -6,6 +6,9 @@
 // creates an Operation, "COPIA <origin> <number>" copies one. It says "LEIDO" (for the lock, once
 // it has looked for a lock and found none) and waits for "SIGUE", so that both workstations go
 // on together, then answers "<number> HECHO" or "<number> PERDIO <first line of the message>".
+//
+// With "--retener <DataAccessConfig.ini> <milliseconds>" it holds the write lock of the stores,
+// says "TOMADA", and lets it go after that time (when negative, once its input closes).
 
 #include "FixtureOperaciones.h"
 #include "components/CopiaInterno.h"
@@ -77,6 +80,18 @@ int Competidor(const QString& ini, const QString& maquina) {
     return 0;
 }
 
+int Retener(const QString& ini, int ms) {
+    Puesto p(ini);
+    Transaccion t(p.stores, {QStringLiteral("INTERNOS")});
+    QTextStream(stdout) << "TOMADA" << Qt::endl;
+    if (ms >= 0)
+        QThread::msleep(static_cast<unsigned long>(ms));
+    else
+        QTextStream(stdin).readLine();
+    t.Deshacer();
+    return 0;
+}
+
 QString Leer(QProcess& p) {
     while (!p.canReadLine())
         if (!p.waitForReadyRead(60000))
@@ -103,6 +118,8 @@ class TestOperacionesConcurrencia : public QObject {
 private Q_SLOTS:
     void mismoNumeroALaVez_data();
     void mismoNumeroALaVez();
+    void reintento_data();
+    void reintento();
 };
 
 void TestOperacionesConcurrencia::mismoNumeroALaVez_data() {
@@ -185,11 +202,58 @@ void TestOperacionesConcurrencia::mismoNumeroALaVez() {
     qInfo("%s: el primero gano %d, el segundo %d", qPrintable(orden), ganadas[0], ganadas[1]);
 }
 
+void TestOperacionesConcurrencia::reintento_data() {
+    QTest::addColumn<int>("retencion");
+    QTest::addColumn<QStringList>("mensajes");
+    QTest::addColumn<int>("copiadas");
+    QTest::newRow("liberada a tiempo") << 400 << QStringList() << 30;
+    QTest::newRow("nunca liberada")
+        << -1
+        << QStringList{"5 - La base de datos está ocupada por otra estación de trabajo y no se "
+                       "liberó a tiempo; la acción no se hizo. Inténtelo de nuevo en unos "
+                       "momentos. - seccion [OperationCopier.Main.Mostrar]::"}
+        << 0;
+}
+
+// Another workstation holds the store longer than the busy time-out: the copy, retried, goes
+// through once it lets go; when it never does, every attempt was made, the clerk gets the
+// system's message and nothing is written.
+void TestOperacionesConcurrencia::reintento() {
+    QFETCH(int, retencion);
+    QFETCH(QStringList, mensajes);
+    QFETCH(int, copiadas);
+    auto ts = Stores(static_cast<int>(Motor::SQLite));
+    const int espera = 100;
+    ts->AgregarConfiguracion(QStringLiteral("[DEFAULT]\nBUSYTIMEOUT=%1\n").arg(espera));
+    OperacionGrande(ts->stores(), "ORIGEN", copiadas ? copiadas : 30);
+    ts->stores().CloseAllDataConnection();
+    QProcess otra;
+    otra.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    otra.start(QCoreApplication::applicationFilePath(),
+               {"--retener", ts->stores().parametersPath(), QString::number(retencion)});
+    QCOMPARE(Leer(otra), QStringLiteral("TOMADA"));
+    ts->dialogos().ResponderTexto("COPIA-1");
+    QElapsedTimer reloj;
+    reloj.start();
+    const QString hecho = CopiaInterno(ts->ctx()).Mostrar("ORIGEN");
+    const qint64 ms = reloj.elapsed();
+    otra.closeWriteChannel();
+    QVERIFY(otra.waitForFinished(60000));
+    QCOMPARE(ts->dialogos().mensajes(), mensajes);
+    QCOMPARE(hecho, copiadas ? QStringLiteral("COPIA-1") : QString());
+    QCOMPARE(FilasDe(ts->stores(), "COPIA-1", {"caratula", "subitems"}),
+             (QMap<QString, int>{{"caratula", copiadas ? 1 : 0}, {"subitems", copiadas}}));
+    QVERIFY2(ms >= (retencion < 0 ? IntentosPorConflicto * espera : retencion - espera),
+             qPrintable(QString::number(ms)));
+}
+
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     if (args.size() >= 4 && args.at(1) == QStringLiteral("--competidor"))
         return Competidor(args.at(2), args.at(3));
+    if (args.size() >= 4 && args.at(1) == QStringLiteral("--retener"))
+        return Retener(args.at(2), args.at(3).toInt());
     TestOperacionesConcurrencia t;
     return QTest::qExec(&t, argc, argv);
 }

@@ -338,6 +338,74 @@ private Q_SLOTS:
         QCOMPARE(Filas(c, "select v from uno"), QStringList{"2"});
     }
 
+    // The store work of an action that crosses another workstation is done again, and the other
+    // workstation's write stands: on SQLite the first attempt finds the store busy, on
+    // PostgreSQL the first finds the row changed since it read it. When the other workstation
+    // keeps at it, the last attempt's error is the action's, and nothing of it is written.
+    void reintentada_data() {
+        QTest::addColumn<int>("motor");
+        QTest::addColumn<bool>("libera");
+        QTest::addColumn<int>("conflictos");
+        QTest::addColumn<QString>("v");
+        QTest::addColumn<QString>("error");
+        const QString ocupada = "5 La base de datos está ocupada por otra estación de trabajo y no "
+                                "se liberó a tiempo; la acción no se hizo. Inténtelo de nuevo en "
+                                "unos momentos.";
+        const QString cruzada = "40001 Otra estación de trabajo modificó los mismos datos al mismo "
+                                "tiempo; la acción se deshizo. Inténtelo de nuevo.";
+        QTest::newRow("sqlite libera") << 0 << true << 1 << "11" << QString();
+        QTest::newRow("sqlite sigue") << 0 << false << 3 << "1" << ocupada;
+        QTest::newRow("postgresql libera") << 1 << true << 1 << "11" << QString();
+        QTest::newRow("postgresql sigue") << 1 << false << 3 << "4" << cruzada;
+    }
+    void reintentada() {
+        MOTOR_O_SALTAR();
+        QFETCH(bool, libera);
+        TestStores t(static_cast<Motor>(motor));
+        const bool sqlite = t.motor() == Motor::SQLite;
+        t.AgregarConfiguracion(QStringLiteral("[DEFAULT]\nBUSYTIMEOUT=100\n"));
+        Conexion& c = t.conexion(kInternos);
+        c.Ejecutar("create table uno (x integer primary key, v integer)");
+        c.Ejecutar("insert into uno values (1, 0)");
+        StoreDirectory otra;
+        otra.setParametersPath(t.directorio() + QStringLiteral("DataAccessConfig.ini"));
+        otra.LoadParameters();
+        Conexion& c2 = otra.getDataConnectionByEntity(kInternos);
+        std::optional<Transaccion> primera;
+        if (sqlite) {
+            primera.emplace(t.stores(), QStringList{kInternos});
+            c.Ejecutar("update uno set v = 1");
+        }
+        int intentos = 0, conflictos = 0;
+        QString error;
+        try {
+            EnTransaccion(
+                otra, {kInternos},
+                [&](Transaccion&) {
+                    if (!sqlite) {
+                        c2.Ejecutar("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ");
+                        c2.Escalar("select v from uno");
+                        if (++intentos == 1 || !libera)
+                            c.Ejecutar("update uno set v = v + 1");
+                    }
+                    c2.Ejecutar("update uno set v = v + 10");
+                },
+                [&] {
+                    ++conflictos;
+                    if (libera)
+                        primera.reset(); // the other workstation ends its action
+                    return true;
+                });
+        } catch (const KorvenError& e) {
+            error = QString::number(e.numero()) + QLatin1Char(' ') + e.descripcion();
+        }
+        primera.reset();
+        QTEST(conflictos, "conflictos");
+        QTEST(error, "error");
+        QTEST(Filas(c, "select v from uno").join(' '), "v");
+        QVERIFY(!c2.enTransaccion());
+    }
+
     // A PostgreSQL database made with the boolean isnumeric gets, when a connection opens, the one
     // that answers 1 or 0, as the system's SQL compares and adds it.
     void isnumericAnterior() {
