@@ -32,9 +32,9 @@ Todo Contenido(const QString& ruta, const QByteArray& datos) {
     return IniFile::LeerTodo(ruta);
 }
 
-// The lines of the bytes, each without the CRs that end it.
+// The lines of the bytes (after the byte-order mark), each without the CRs that end it.
 QList<QByteArray> Lineas(const QByteArray& datos) {
-    QList<QByteArray> r = datos.split('\n');
+    QList<QByteArray> r = (datos.startsWith("\xef\xbb\xbf") ? datos.mid(3) : datos).split('\n');
     if (!r.isEmpty() && r.last().isEmpty())
         r.removeLast();
     for (QByteArray& l : r)

@@ -91,7 +91,9 @@ std::vector<ConversacionSmtp::Accion> ConversacionSmtp::Cifrado() {
 
 bool ConversacionSmtp::Esperada(const QString& respuesta) const {
     // The code, then a blank, a hyphen (more lines follow) or the end of the line.
-    if (respuesta.size() > 3 && !QStringLiteral(" -\r\n").contains(respuesta.at(3)))
+    const QStringView resto = QStringView(respuesta).mid(3);
+    if (!resto.isEmpty() && !resto.startsWith(u' ') && !resto.startsWith(u'-') &&
+        !resto.startsWith(u"\r\n") && !resto.startsWith(u'\n'))
         return false;
     const QString codigo = respuesta.left(3);
     const auto es = [&codigo](const char* c) { return codigo == QLatin1String(c); };

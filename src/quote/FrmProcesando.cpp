@@ -93,9 +93,13 @@ void FrmProcesando::Iniciar() {
     }
 
     const QString ini = ctx_.rutaIni();
-    ConversacionSmtp::Datos datos{valor("desdeDireccion"), valor("desdeNombre"),
-                                  valor("paraDireccion"),  valor("paraNombre"),
-                                  valor("asunto"),         valor("cuerpo")};
+    ConversacionSmtp::Datos datos;
+    datos.desdeDireccion = valor("desdeDireccion");
+    datos.desdeNombre = valor("desdeNombre");
+    datos.paraDireccion = valor("paraDireccion");
+    datos.paraNombre = valor("paraNombre");
+    datos.asunto = valor("asunto");
+    datos.cuerpo = valor("cuerpo");
     datos.seguro = IniFile::Leer(QStringLiteral("TLS"), QStringLiteral("SMTP"), ini)
                        .compare(QStringLiteral("S"), Qt::CaseInsensitive) == 0;
     bool ok = false;
