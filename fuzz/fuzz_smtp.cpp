@@ -51,7 +51,8 @@ int main(int argc, char** argv) {
         for (qsizetype i = 1; i < entrada.size();) {
             // Pieces end at a line end or anywhere.
             qsizetype fin = entrada.indexOf('\n', i);
-            fin = fin < 0 || azar() % 4 == 0 ? i + 1 + static_cast<qsizetype>(azar() % 64) : fin + 1;
+            fin =
+                fin < 0 || azar() % 4 == 0 ? i + 1 + static_cast<qsizetype>(azar() % 64) : fin + 1;
             const QByteArray pieza = entrada.mid(i, fin - i);
             i = fin;
             const bool antes = c.terminado();
