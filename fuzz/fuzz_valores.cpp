@@ -35,7 +35,16 @@ void FormatoReleido(double v, const QString& mascara, const QString& sep) {
     for (const QChar c : f)
         Exigir(c.isDigit() || c == QLatin1Char('-') || c == sep.at(0),
                QStringLiteral("Formato(%1, '%2') da '%3'").arg(Texto(v), mascara, f));
-    const double esperado = RedondearDecimal(std::isfinite(v) ? v : 0.0, Decimales(mascara));
+    const double base = std::isfinite(v) ? v : 0.0;
+    const int decimales = Decimales(mascara);
+    const double esperado = RedondearDecimal(base, decimales);
+    // Apart from how the system rounds: within half a unit of the last decimal, same sign.
+    const double margen = 0.5 * std::pow(10.0, -decimales) * (1 + 1e-9) + std::abs(base) * 1e-15;
+    Exigir(std::abs(esperado - base) <= margen && (esperado == 0 || (esperado < 0) == (base < 0)),
+           QStringLiteral("RedondearDecimal(%1, %2) = %3")
+               .arg(Texto(base))
+               .arg(decimales)
+               .arg(Texto(esperado)));
     double leido = 0;
     // A mask with no mandatory digit writes nothing, or the lone mark, for zero.
     const bool vacio = QString(f).remove(sep).isEmpty();
