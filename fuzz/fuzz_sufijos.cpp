@@ -66,8 +66,10 @@ int main(int argc, char** argv) {
 
     return arnes.Correr([&](const QByteArray& entrada) {
         const QStringList l = QString::fromUtf8(entrada).split(QLatin1Char('\n'));
-        // The screens hand over the first 14 characters of the position box.
-        const QString posicion = l.value(0).left(14), sufijos = l.value(1), opciones = l.value(2);
+        // The screens hand over the first 14 characters of the position box and the suffix
+        // string trimmed.
+        const QString posicion = l.value(0).left(14), sufijos = l.value(1).trimmed();
+        const QString opciones = l.value(2);
         const int modo = opciones.startsWith(QLatin1Char('1')) ? 1 : 2;
         SeparadorDecimalScope sep(opciones.mid(1, 1) == QLatin1String(".") ? QStringLiteral(".")
                                                                            : QStringLiteral(","));
