@@ -12,6 +12,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <cmath>
 
 namespace korven {
 
@@ -132,9 +133,10 @@ bool TieneCifra(const QStringList& valores) {
     return false;
 }
 
-// A number as the screen shows it in a text box after plain arithmetic.
+// A number as the screen shows it in a text box after plain arithmetic: fifteen significant
+// digits, written out in full (never "1e+24", which no box reads as a number).
 QString TextoNumero(double v) {
-    return ReemplazarSeparadorDecimal(QString::number(v, 'g', 15));
+    return EsNull(QString::number(v, 'g', 15).toDouble());
 }
 
 bool Numero(const QString& t, double* v) {
@@ -488,10 +490,14 @@ ImportadorSubItems::Preparar(const Fila& fila, const std::vector<Campo>& mapeo, 
     double cantidad = 0, unitario = 0, fob = 0;
     const bool hayCantidad = Numero(l.cantidad, &cantidad);
     if (hayCantidad) {
-        if (l.fobTotal.isEmpty() && Numero(l.unitario, &unitario))
-            l.fobTotal = Formato(cantidad * unitario, QStringLiteral("00.00"));
-        else if (l.unitario.isEmpty() && Numero(l.fobTotal, &fob) && cantidad != 0)
+        // A product or quotient beyond any number stays unwritten, for the save to ask for it.
+        if (l.fobTotal.isEmpty() && Numero(l.unitario, &unitario)) {
+            if (std::isfinite(cantidad * unitario))
+                l.fobTotal = Formato(cantidad * unitario, QStringLiteral("00.00"));
+        } else if (l.unitario.isEmpty() && Numero(l.fobTotal, &fob) && cantidad != 0 &&
+                   std::isfinite(fob / cantidad)) {
             l.unitario = Formato(fob / cantidad, QStringLiteral("00.0000"));
+        }
         l.cantidad = Formato(cantidad, QStringLiteral("00.00"));
         if (Numero(l.unitario, &unitario))
             l.unitario = Formato(unitario, QStringLiteral("00.0000"));

@@ -2,7 +2,9 @@
 
 #include <QFile>
 #include <QSaveFile>
+#include <QStringDecoder>
 #include <QStringList>
+#include <algorithm>
 
 namespace korven {
 
@@ -11,6 +13,8 @@ namespace {
 struct Lineas {
     QStringList lineas;
     QString fin = QStringLiteral("\n");
+    bool latin1 = false; // the file is not UTF-8: written back as Latin-1 when it fits
+    bool marca = false;  // the file begins with a byte-order mark, kept when written
 };
 
 Lineas LeerLineas(const QString& archivo) {
@@ -18,15 +22,32 @@ Lineas LeerLineas(const QString& archivo) {
     QFile f(archivo);
     if (!f.open(QIODevice::ReadOnly))
         return r;
-    const QByteArray datos = f.readAll();
+    QByteArray datos = f.readAll();
+    // A byte-order mark (as some editors save) is not part of the first line.
+    r.marca = datos.startsWith("\xef\xbb\xbf");
+    if (r.marca)
+        datos.remove(0, 3);
     if (datos.contains("\r\n"))
         r.fin = QStringLiteral("\r\n");
-    QString texto = QString::fromUtf8(datos);
+    // A file written by an older tool in Latin-1 is read as such, not lost to replacement marks
+    // (stateless: a sequence cut short at the end is an error too, not a character dropped; the
+    // mark was taken away above, a second one is text).
+    QStringDecoder utf8(QStringDecoder::Utf8,
+                        QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    QString texto = utf8(datos);
+    if (utf8.hasError()) {
+        texto = QString::fromLatin1(datos);
+        r.latin1 = true;
+    }
     texto.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     r.lineas = texto.split(QLatin1Char('\n'));
     if (!r.lineas.isEmpty() && r.lineas.last().isEmpty())
         r.lineas.removeLast();
     return r;
+}
+
+bool EnLatin1(const QString& texto) {
+    return std::all_of(texto.cbegin(), texto.cend(), [](QChar c) { return c.unicode() <= 0xFF; });
 }
 
 // The section name of a line "[name]", or a null string.
@@ -74,7 +95,12 @@ QString IniFile::Leer(const QString& clave, const QString& seccion, const QStrin
 bool IniFile::Escribir(const QString& seccion, const QString& clave, const QString& valor,
                        const QString& archivo) {
     Lineas l = LeerLineas(archivo);
-    const QString nueva = clave.toUpper() + QLatin1Char('=') + valor;
+    // Keys are written upper-case, unless that changes them for a reader ("ß" becomes "SS") or
+    // takes them out of a Latin-1 file's letters ("ÿ" becomes "Ÿ").
+    const QString mayusculas = clave.toUpper();
+    const bool mayusculasValen =
+        mayusculas.compare(clave, Qt::CaseInsensitive) == 0 && (!l.latin1 || EnLatin1(mayusculas));
+    const QString nueva = (mayusculasValen ? mayusculas : clave) + QLatin1Char('=') + valor;
     int inicio = -1; // line of the section header
     int ultima = -1; // last non-blank line of the section
     for (int i = 0; i < l.lineas.size(); ++i) {
@@ -107,7 +133,10 @@ bool IniFile::Escribir(const QString& seccion, const QString& clave, const QStri
     QSaveFile f(archivo);
     if (!f.open(QIODevice::WriteOnly))
         return false;
-    f.write((l.lineas.join(l.fin) + l.fin).toUtf8());
+    const QString texto = l.lineas.join(l.fin) + l.fin;
+    if (l.marca)
+        f.write("\xef\xbb\xbf");
+    f.write(l.latin1 && EnLatin1(texto) ? texto.toLatin1() : texto.toUtf8());
     return f.commit();
 }
 

@@ -12,6 +12,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QThread>
+#include <algorithm>
 #include <exception>
 
 namespace korven {
@@ -147,7 +148,16 @@ void StoreDirectory::PrepararPostgreSQL(QSqlDatabase& db, const QHash<QString, Q
 
 std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
     const QHash<QString, QString> p = Parametros(entidad);
-    const bool pg = p.value(QStringLiteral("DRIVER")).toUpper() == QStringLiteral("QPSQL");
+    const QString driver = p.value(QStringLiteral("DRIVER")).toUpper();
+    const bool pg = driver == QStringLiteral("QPSQL");
+    // An engine the system does not know is refused: opened as SQLite without a file it would
+    // be a store in memory, lost at the end of the session.
+    if (!pg && driver != QStringLiteral("QSQLITE"))
+        throw KorvenError(3044,
+                          QStringLiteral("DataAccessConfig.ini indica para %1 el motor %2, que no "
+                                         "se conoce: use QSQLITE o QPSQL.")
+                              .arg(entidad, p.value(QStringLiteral("DRIVER"))),
+                          QStringLiteral("StoreDirectory"));
     const QString nombre =
         QStringLiteral("korven_%1_%2_%3").arg(serie_).arg(entidad).arg(porDestino_.size());
     auto cx = std::make_unique<Conexion>(nombre, pg ? Motor::PostgreSQL : Motor::SQLite);
@@ -157,6 +167,16 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
         PrepararPostgreSQL(db, p, p.value(QStringLiteral("DATABASE")));
     } else {
         const QString archivo = ArchivoSQLite(entidad);
+        // A control character would cut the name short on its way to SQLite (a NUL ends it):
+        // the store would be another file than the one the clerk is shown.
+        if (std::any_of(archivo.cbegin(), archivo.cend(),
+                        [](QChar c) { return c.unicode() < 0x20; }))
+            throw KorvenError(
+                3044,
+                QStringLiteral("DataAccessConfig.ini indica para %1 un archivo con "
+                               "caracteres de control: %2")
+                    .arg(entidad, QString(archivo).replace(QChar(0), QLatin1Char('?'))),
+                QStringLiteral("StoreDirectory"));
         const QString carpeta = QFileInfo(archivo).absolutePath();
         if (!QFileInfo::exists(archivo) && QFileInfo(archivo).fileName() == ArchivoUnico()) {
             const QStringList anteriores = ArchivosFormatoAnterior(carpeta);
@@ -180,15 +200,15 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
             espera = 5000;
         db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(espera));
     }
-    if (!db.open()) {
-        const QSqlError e = db.lastError();
+    const auto rechazar = [&](const QSqlError& e) {
+        db.close();
         db = QSqlDatabase();
         cx.reset();
         const int numero = e.nativeErrorCode().toInt() ? e.nativeErrorCode().toInt() : 3044;
         const QString detalle =
             (e.databaseText().isEmpty() ? e.text() : e.databaseText()).simplified();
         if (pg)
-            throw KorvenError(
+            return KorvenError(
                 numero,
                 QStringLiteral("No se puede conectar con el servidor de la base de "
                                "datos de %1 (%2, usuario %3). Verifique que el "
@@ -196,11 +216,13 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
                                "lo indique bien. Detalle: %4")
                     .arg(entidad, Ubicacion(entidad), p.value(QStringLiteral("USER")), detalle),
                 QStringLiteral("StoreDirectory"));
-        throw KorvenError(numero,
-                          QStringLiteral("No se puede abrir la base de datos de %1 (%2): %3")
-                              .arg(entidad, Ubicacion(entidad), detalle),
-                          QStringLiteral("StoreDirectory"));
-    }
+        return KorvenError(numero,
+                           QStringLiteral("No se puede abrir la base de datos de %1 (%2): %3")
+                               .arg(entidad, Ubicacion(entidad), detalle),
+                           QStringLiteral("StoreDirectory"));
+    };
+    if (!db.open())
+        throw rechazar(db.lastError());
     QSqlQuery q(db);
     if (pg) {
         const QString esquema = p.value(QStringLiteral("SCHEMA"));
@@ -210,6 +232,13 @@ std::unique_ptr<Conexion> StoreDirectory::Abrir(const QString& entidad) {
         q.exec(QStringLiteral("SET client_min_messages TO warning"));
         AsegurarFuncionesPostgreSQL(db);
     } else {
+        // SQLite opens any file: one that is no database is refused here, not at the first
+        // statement of some action.
+        if (!q.exec(QStringLiteral("select count(*) from sqlite_master"))) {
+            const QSqlError e = q.lastError();
+            q = QSqlQuery();
+            throw rechazar(e);
+        }
         q.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
         q.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
         RegistrarFuncionesSQLite(db);

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "quote/ConversacionSmtp.h"
+
 #include <QAbstractSocket>
 #include <QByteArray>
 #include <QDialog>
 #include <QVariantMap>
+#include <memory>
+#include <vector>
 
 class QPlainTextEdit;
 class QSslSocket;
@@ -36,30 +40,20 @@ public:
 
     // 0 greeting awaited, 1 HELO sent, 2 MAIL FROM sent, 3 RCPT TO sent, 4 DATA sent,
     // 5 message sent, 6 QUIT sent.
-    int estado() const { return estado_; }
+    int estado() const;
     bool terminado() const { return terminado_; }
-    bool aceptado() const { return aceptado_; }
-
-    // The body as it goes on the wire: lines end in CR LF, and a line that begins with "." gets
-    // a second one, which the server takes away.
-    static QByteArray CuerpoParaEnviar(const QString& cuerpo);
+    bool aceptado() const;
 
 public Q_SLOTS:
     void reject() override;
 
 private:
-    // The steps of the secure greeting, between the greeting and MAIL FROM.
-    enum class Paso { Ninguno, Ehlo, StartTls, EhloSeguro, AuthPlain, AuthUsuario, AuthClave };
-
     void Iniciar();
     void AlLlegarDatos();
-    void Responder(const QString& respuesta);
-    void Saludado(const QString& respuesta);
-    void EnviarDesde();
+    // Carries out what the dialogue answered to the server.
+    void Ejecutar(const std::vector<ConversacionSmtp::Accion>& acciones);
     void ErrorDeSocket(QAbstractSocket::SocketError error);
     void SinRespuesta();
-    void Enviar(const QByteArray& linea, const QString& mostrado);
-    void Enviar(const QString& linea);
     void Mostrar(const QString& texto);
     void Terminar();
 
@@ -70,13 +64,8 @@ private:
     QTimer* espera_;
     int esperaMs_ = 60000;
     QString host_;
-    int estado_ = 0;
     bool terminado_ = false;
-    bool aceptado_ = false;
-    bool seguro_ = false;
-    Paso paso_ = Paso::Ninguno;
-    QString usuario_, clave_;
-    QByteArray pendiente_; // an incomplete reply of the secure dialogue
+    std::unique_ptr<ConversacionSmtp> conversacion_;
 };
 
 // Registers the sender as "FrmProcesando".

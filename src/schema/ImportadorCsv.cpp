@@ -9,6 +9,8 @@
 #include <QLocale>
 #include <QRegularExpression>
 #include <QSet>
+#include <cmath>
+#include <limits>
 
 namespace korven::schema {
 
@@ -166,6 +168,13 @@ ImportadorCsv::Preparar(const DefTabla& t, const LectorCsv& csv, Motor motor,
                     valores << NuloDe(d.tipo);
                 } else if (!LeerNumero(texto, &v)) {
                     motivo = QStringLiteral("Valor no numérico en la columna %1: '%2'")
+                                 .arg(d.nombre, texto);
+                } else if (d.tipo == TipoColumna::Contador &&
+                           (v != std::floor(v) || v < std::numeric_limits<int>::min() ||
+                            v > std::numeric_limits<int>::max())) {
+                    // A counter is a whole number the store's integer holds; cut, it would
+                    // become another row's number.
+                    motivo = QStringLiteral("La columna %1 debe tener un número entero: '%2'")
                                  .arg(d.nombre, texto);
                 } else {
                     valores << (d.tipo == TipoColumna::Contador ? QVariant(static_cast<int>(v))

@@ -21,7 +21,9 @@ LectorCsv LectorCsv::DeArchivo(const QString& ruta) {
 }
 
 QString LectorCsv::Decodificar(const QByteArray& bytes, bool* latin1) {
-    QStringDecoder utf8(QStringDecoder::Utf8);
+    // Stateless: a sequence cut short at the end of the file is an error too, not a character
+    // silently dropped.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString texto = utf8(bytes);
     const bool noUtf8 = utf8.hasError();
     if (noUtf8)
@@ -113,7 +115,8 @@ LectorCsv LectorCsv::DeTexto(const QString& texto, const QString& origen) {
             3751,
             QStringLiteral("%1: comillas sin cerrar desde la línea %2").arg(origen).arg(inicio),
             QStringLiteral("LectorCsv"));
-    if (!campo.isEmpty() || !campos.isEmpty())
+    // The last row needs no line end, even when all it has is an empty quoted field.
+    if (!campo.isEmpty() || !campos.isEmpty() || !filaVacia)
         cerrarFila();
     return r;
 }
