@@ -3,7 +3,11 @@
 // What the benchmarks share: the engines to measure (PostgreSQL when KORVEN_TEST_PG names a
 // server) and the median of a few runs.
 
+#include "goods/PantallasNomenclador.h"
+#include "platform/AppContext.h"
 #include "platform/Conexion.h"
+#include "schema/Esquema.h"
+#include "schema/OperacionesDemo.h"
 #include "support/TestStores.h"
 
 #include <QElapsedTimer>
@@ -18,6 +22,17 @@ inline std::vector<Motor> Motores() {
     if (test::TestStores::Disponible(Motor::PostgreSQL))
         m.push_back(Motor::PostgreSQL);
     return m;
+}
+
+// The stores of a test with the reference data and the demonstration Operations, the
+// nomenclator's components registered and every question answered no: what an assembly needs.
+inline void StoresParaArmar(test::TestStores& ts) {
+    schema::CrearOActualizar(ts.stores());
+    const QString datos = QStringLiteral(KORVEN_SOURCE_DIR_BENCH "/data");
+    schema::CargarDatosReferencia(ts.stores(), datos);
+    schema::OperacionesDemo(ts.stores(), datos).Cargar();
+    RegistrarComponentesNomenclador(ts.ctx().componentes());
+    ts.dialogos().ResponderSiempre(false);
 }
 
 inline const char* NombreMotor(Motor m) {

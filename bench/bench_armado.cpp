@@ -8,11 +8,7 @@
 
 #include "Medir.h"
 #include "assembly/ArmadoItems.h"
-#include "goods/PantallasNomenclador.h"
-#include "platform/AppContext.h"
 #include "platform/SentenciasPreparadas.h"
-#include "schema/Esquema.h"
-#include "schema/OperacionesDemo.h"
 #include "support/OperacionArmado.h"
 
 #include <QCoreApplication>
@@ -101,12 +97,7 @@ int main(int argc, char** argv) {
     const int corridas = argc > 1 ? std::max(1, QString::fromLocal8Bit(argv[1]).toInt()) : 3;
     for (Motor motor : bench::Motores()) {
         test::TestStores ts(motor);
-        schema::CrearOActualizar(ts.stores());
-        const QString datos = QStringLiteral(KORVEN_SOURCE_DIR_BENCH "/data");
-        schema::CargarDatosReferencia(ts.stores(), datos);
-        schema::OperacionesDemo(ts.stores(), datos).Cargar();
-        RegistrarComponentesNomenclador(ts.ctx().componentes());
-        ts.dialogos().ResponderSiempre(false);
+        bench::StoresParaArmar(ts);
         double armado[2] = {0, 0};
         int n = 0;
         for (int lineas : {1000, 10000}) {

@@ -7,12 +7,8 @@
 
 #include "Medir.h"
 #include "assembly/ArmadoItems.h"
-#include "goods/PantallasNomenclador.h"
 #include "liquidation/HojasListado.h"
 #include "liquidation/ImpresionLiquidacion.h"
-#include "platform/AppContext.h"
-#include "schema/Esquema.h"
-#include "schema/OperacionesDemo.h"
 #include "support/OperacionArmado.h"
 
 #include <QFileInfo>
@@ -29,12 +25,7 @@ int main(int argc, char** argv) {
     const QString interno = QStringLiteral("BENCH-PDF");
     for (Motor motor : bench::Motores()) {
         test::TestStores ts(motor);
-        schema::CrearOActualizar(ts.stores());
-        const QString datos = QStringLiteral(KORVEN_SOURCE_DIR_BENCH "/data");
-        schema::CargarDatosReferencia(ts.stores(), datos);
-        schema::OperacionesDemo(ts.stores(), datos).Cargar();
-        RegistrarComponentesNomenclador(ts.ctx().componentes());
-        ts.dialogos().ResponderSiempre(false);
+        bench::StoresParaArmar(ts);
         test::OperacionParaArmar(ts.stores(), interno, 10000);
         ts.ctx().ArmadoResultado = QStringLiteral("SI");
         ProgresoArmado sinAvance;

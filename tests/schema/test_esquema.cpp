@@ -288,56 +288,6 @@ private Q_SLOTS:
         QVERIFY(!t.conexion(kInternos).enTransaccion());
     }
 
-    // A second workstation writing while the first holds the store waits, then is told in Spanish
-    // (SQLite: busy; PostgreSQL: the server undid a crossing action).
-    void ocupada_data() { FilasDeMotores(); }
-    void ocupada() {
-        MOTOR_O_SALTAR();
-        TestStores t(static_cast<Motor>(motor));
-        const bool sqlite = t.motor() == Motor::SQLite;
-        if (sqlite)
-            t.AgregarConfiguracion(QStringLiteral("[DEFAULT]\nBUSYTIMEOUT=200\n"));
-        Conexion& c = t.conexion(kInternos);
-        c.Ejecutar("create table uno (x integer primary key, v integer)");
-        c.Ejecutar("insert into uno values (1, 0)");
-        StoreDirectory otra;
-        otra.setParametersPath(t.directorio() + QStringLiteral("DataAccessConfig.ini"));
-        otra.LoadParameters();
-        Conexion& c2 = otra.getDataConnectionByEntity(kInternos);
-        std::optional<Transaccion> primera;
-        if (sqlite) {
-            primera.emplace(t.stores(), QStringList{kInternos});
-            c.Ejecutar("update uno set v = 1");
-        }
-        try {
-            Transaccion segunda(otra, {kInternos});
-            if (!sqlite) {
-                c2.Ejecutar("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ");
-                c2.Escalar("select v from uno");
-                c.Ejecutar("update uno set v = 1");
-                c2.Ejecutar("update uno set v = 2");
-            }
-            QFAIL("la segunda estación debía recibir el error");
-        } catch (const KorvenError& e) {
-            QCOMPARE(e.numero(), sqlite ? 5 : 40001);
-            QCOMPARE(e.descripcion(),
-                     sqlite ? QStringLiteral("La base de datos está ocupada por otra estación de "
-                                             "trabajo y no se liberó a tiempo; la acción no se "
-                                             "hizo. Inténtelo de nuevo en unos momentos.")
-                            : QStringLiteral("Otra estación de trabajo modificó los mismos datos "
-                                             "al mismo tiempo; la acción se deshizo. Inténtelo de "
-                                             "nuevo."));
-        }
-        primera.reset();
-        // The first workstation's write stands; the second, retried, goes through.
-        QCOMPARE(Filas(c, "select v from uno"), QStringList{"1"});
-        {
-            Transaccion segunda(otra, {kInternos});
-            c2.Ejecutar("update uno set v = 2");
-        }
-        QCOMPARE(Filas(c, "select v from uno"), QStringList{"2"});
-    }
-
     // The store work of an action that crosses another workstation is done again, and the other
     // workstation's write stands: on SQLite the first attempt finds the store busy, on
     // PostgreSQL the first finds the row changed since it read it. When the other workstation
