@@ -6,6 +6,7 @@ cd "$(dirname "$0")/.."
 bash scripts/setup.sh
 bash scripts/build.sh
 source scripts/servidor-pg.sh
+export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-offscreen}
 echo "Máquina: $(nproc) núcleos, $(grep -m1 'model name' /proc/cpuinfo | cut -d: -f2 | xargs)," \
      "$(free -g | awk '/Mem:/ {print $2}') GB, $(. /etc/os-release; echo "$PRETTY_NAME")"
 for b in arranque registro subitems importar armado copia imprimir; do
